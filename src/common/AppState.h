@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <array>
+
+// One sticky-note slot. Slot 0 is the hand-over slot: whoever wants a new note fills it
+// and asks for the note; slots 1 to 30 are the notes themselves.
+struct StickyNoteSlot
+{
+    bool inUse = false;
+    QString text;
+    int colorIndex = 0;
+    int left = 0; // twips
+    int top = 0;  // twips
+    QPointer<QWidget> window;
+};
+
+constexpr int StickyNoteSlotCount = 31;
+
+// The few values that really are program-wide. Owned by the main window's services.
+struct AppState
+{
+    // False while a dialog opened from the main window is up: links and hot keys wait.
+    bool MainWindowIdle = false;
+    // Set by a restore just before it ends the program, so the notes are not written back.
+    bool RestoreDone = false;
+    // The word a pop-up menu item leaves for the handler that popped the menu up.
+    QString MenuCommand;
+    std::array<StickyNoteSlot, StickyNoteSlotCount> StickyNotes{};
+};

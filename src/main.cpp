@@ -1,0 +1,55 @@
+#include "common/AppServices.h"
+#include "common/Clock.h"
+#include "common/Fonts.h"
+#include "common/Prompter.h"
+#include "common/RandomSource.h"
+#include "mainwindow/FrmMain.h"
+#include "shell/DataFolder.h"
+#include "shell/SignalWatcher.h"
+
+#include <QApplication>
+#include <QSessionManager>
+
+#include <cstdio>
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("halvern-verdaly"));
+    // Closing the window may only hide it in the tray; the program ends through its own unload.
+    QApplication::setQuitOnLastWindowClosed(false);
+    RegisterFontSubstitutions();
+
+    SystemClock clock;
+    MessageBoxPrompter prompter;
+    SystemRandomSource random;
+
+    AppServices services;
+    services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
+    services.clock = &clock;
+    services.prompter = &prompter;
+    services.random = &random;
+    if (services.dataDir.isEmpty()) {
+        prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。"), PromptIcon::Critical);
+        return 1;
+    }
+
+    FrmMain main(services);
+    if (!main.Form_Load())
+        return 0;
+
+    // Being told to stop, or the desktop session ending, is an orderly shutdown: the notes
+    // and the placement are saved exactly as for the exit menu.
+    SignalWatcher signalWatcher;
+    QObject::connect(&signalWatcher, &SignalWatcher::terminationRequested, &main,
+                     [&main](int) { main.RequestShutdown(UnloadMode::AppWindows); });
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &main,
+                     [&main](QSessionManager&) { main.RequestShutdown(UnloadMode::AppWindows); });
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &main, [&main] {
+        if (!main.isUnloaded())
+            main.RequestShutdown(UnloadMode::AppWindows);
+    });
+
+    main.show();
+    return QApplication::exec();
+}

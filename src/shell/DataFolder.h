@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Where every file of the user lives: the folder given with --data-dir; else the program's
+// own folder when it already holds a database (a portable install); else the per-user
+// data folder. The folder is created when missing; an empty answer means it could not be.
+QString ResolveDataDir(const QStringList& arguments, const QString& executableDir);
+
+// The value of --data-dir (either "--data-dir DIR" or "--data-dir=DIR"), or "".
+QString DataDirArgument(const QStringList& arguments);

@@ -1,0 +1,198 @@
+// The main window's start-up and shutdown: the fixed order in which the program's parts
+// are started and stopped.
+#include "mainwindow/FrmMain.h"
+
+#include "common/AppIcon.h"
+#include "common/AppInfo.h"
+#include "common/AppServices.h"
+#include "common/Clock.h"
+#include "common/Prompter.h"
+#include "notes/StickyNoteStore.h"
+#include "shell/ShellLog.h"
+#include "shell/SingleInstance.h"
+#include "shell/WindowPlacement.h"
+#include "store/DatabaseError.h"
+#include "store/DatabaseVersion.h"
+#include "store/StartingDatabase.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSystemTrayIcon>
+
+namespace {
+
+const QString PlacementSection = QStringLiteral("frmMAIN");
+
+// Runs one start-up or shutdown step; a database failure is logged and the sequence
+// goes on, so one broken row never keeps the calendar from starting or from saving.
+template <typename Step>
+void RunStep(const char* name, Step&& step)
+{
+    try {
+        step();
+    } catch (const DatabaseError& error) {
+        qCWarning(lcShell) << name << "failed:" << error.engineMessage() << error.sql();
+    }
+}
+
+} // namespace
+
+bool FrmMain::Form_Load()
+{
+    // 1. A second copy on the same data folder refuses to start.
+    m_instance = std::make_unique<SingleInstance>(m_app.lockPath());
+    if (!m_instance->tryAcquire()) {
+        m_app.prompter->inform(nullptr, QStringLiteral("既に起動されています。"), PromptIcon::Critical);
+        m_instance.reset();
+        return false;
+    }
+
+    // 2.
+    m_app.state.RestoreDone = false;
+
+    // 3.
+    AddTrayIcon();
+
+    // 4. Open the database, first building it when the data folder has none.
+    const QString path = m_app.databasePath();
+    if (!QFileInfo::exists(path)) {
+        QString error;
+        if (!CreateStartingDatabase(path, &error))
+            qCWarning(lcShell) << "cannot create the database:" << error;
+    }
+    m_app.connection = OpenDatabaseConnection(path, QString());
+
+    // 5.
+    RunStep("version upgrade", [&] { CheckDatabaseVersion(m_app.db(), *m_app.clock); });
+
+    // 6.
+    RestoreWindowPlacement(*this, m_app.iniPath(), PlacementSection);
+
+    // 7. The notes' positions; the notes themselves reopen here once notes exist.
+    RunStep("sticky notes", [&] { LoadStickyNotePositions(m_app.db(), m_app.state.StickyNotes); });
+
+    // 8. Transparency and 9. design settings come with the calendar.
+
+    // 10.
+    m_app.state.MainWindowIdle = true;
+
+    // 11. Hot keys are registered here once they exist.
+
+    // 12.-14. The calendar is set to today and filled once it exists.
+    return true;
+}
+
+void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
+{
+    if (mode != UnloadMode::FormControlMenu)
+        return;
+    bool hideToTray = false;
+    RunStep("close option", [&] {
+        const Rows rows = m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 311 ORDER BY CODE"));
+        hideToTray = !rows.empty() && rows.front().number(QStringLiteral("DATAN1")) == 1;
+    });
+    if (!hideToTray)
+        return;
+    cancel = true;
+    if (trayAvailable()) {
+        setWindowState(windowState() | Qt::WindowMinimized);
+        hide();
+    } else {
+        // Without a tray there would be no way back to a hidden window.
+        showMinimized();
+    }
+}
+
+void FrmMain::Form_Unload()
+{
+    // 1. The sticky notes, unless a restore has just replaced the data under us.
+    if (!m_app.state.RestoreDone)
+        RunStep("saving sticky notes", [&] { SaveStickyNotes(m_app.db(), m_app.state.StickyNotes); });
+
+    // 2.
+    if (m_app.connection)
+        m_app.connection->Close();
+    m_app.connection.reset();
+
+    // 3.
+    if (!isMinimized())
+        SaveWindowPlacement(*this, m_app.iniPath(), PlacementSection);
+
+    // 4. Hot keys are unregistered here once they exist.
+
+    // 5.
+    RemoveTrayIcon();
+
+    if (m_instance)
+        m_instance->release();
+}
+
+void FrmMain::AddTrayIcon()
+{
+    if (m_tray)
+        return;
+    m_tray = new QSystemTrayIcon(AppIcon(), this);
+    m_tray->setObjectName(QStringLiteral("TrayIcon"));
+    m_tray->setToolTip(AppInfo::trayTip());
+    m_tray->show();
+}
+
+void FrmMain::RemoveTrayIcon()
+{
+    if (!m_tray)
+        return;
+    m_tray->hide();
+    m_tray->deleteLater();
+    m_tray = nullptr;
+}
+
+bool FrmMain::trayAvailable() const
+{
+    if (m_trayAvailableOverride >= 0)
+        return m_trayAvailableOverride != 0;
+    // A tray host may appear after start-up, so ask now rather than once.
+    return m_tray && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void FrmMain::RequestShutdown(UnloadMode mode)
+{
+    if (m_unloaded)
+        return;
+    m_pendingMode = mode;
+    m_modePending = true;
+    close();
+    if (!m_unloaded) {
+        // close() refuses while a modal dialog runs on top; end the program regardless.
+        m_modePending = false;
+        Form_Unload();
+        m_unloaded = true;
+        QCoreApplication::quit();
+    }
+}
+
+void FrmMain::closeEvent(QCloseEvent* event)
+{
+    const UnloadMode mode = m_modePending ? m_pendingMode : UnloadMode::FormControlMenu;
+    m_modePending = false;
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
+    bool cancel = false;
+    Form_QueryUnload(cancel, mode);
+    if (cancel) {
+        event->ignore();
+        return;
+    }
+    Form_Unload();
+    m_unloaded = true;
+    event->accept();
+    QCoreApplication::quit();
+}
+
+void FrmMain::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    ApplyPendingOuterSize(*this);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "store/Rows.h"
+
+#include <QString>
+
+#include <memory>
+
+// The program's one connection to its database file. Statements are plain SQL text;
+// a statement the engine refuses throws DatabaseError.
+//
+// Transactions nest: the first BeginTrans is a real BEGIN, deeper ones are savepoints.
+// A dialog may hold a transaction open for as long as it is up, and another dialog
+// opened on top of it (from a hot key, say) may begin its own.
+class DatabaseConnection final
+{
+public:
+    enum class OpenMode
+    {
+        ExistingOnly,
+        CreateIfMissing,
+    };
+
+    explicit DatabaseConnection(const QString& path, OpenMode mode = OpenMode::ExistingOnly);
+    ~DatabaseConnection();
+    DatabaseConnection(const DatabaseConnection&) = delete;
+    DatabaseConnection& operator=(const DatabaseConnection&) = delete;
+
+    bool isOpen() const { return m_open; }
+    const QString& path() const { return m_path; }
+    // Why the open failed, for the log; empty when it succeeded.
+    const QString& openError() const { return m_openError; }
+
+    // A fully read, disconnected snapshot of the result.
+    Rows ReadRows(const QString& sql);
+    // Runs a statement and answers the number of rows it changed.
+    int ExecuteSql(const QString& sql);
+
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+    int transactionDepth() const { return m_depth; }
+    // Rolls back every transaction level above depth (used when a user action fails).
+    void RollbackTo(int depth);
+
+    void Close();
+
+private:
+    void execControl(const QString& sql);
+
+    QString m_path;
+    QString m_connectionName;
+    QString m_openError;
+    bool m_open = false;
+    int m_depth = 0;
+};
+
+// Opens the database at path. An empty path answers nullptr; a file that cannot be
+// opened answers a connection whose isOpen() is false (every statement on it fails).
+// The password is accepted for the signature's sake: the file has none.
+std::unique_ptr<DatabaseConnection> OpenDatabaseConnection(const QString& path, const QString& password);

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "common/AppServices.h"
+#include "common/Clock.h"
+#include "common/Prompter.h"
+#include "common/RandomSource.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QTemporaryDir>
+
+#include <deque>
+#include <memory>
+
+class FakeClock final : public Clock
+{
+public:
+    QDateTime current = QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0));
+    QDateTime now() const override { return current; }
+};
+
+// Records every message and question; answers questions from a queue (OK when empty).
+class FakePrompter final : public Prompter
+{
+public:
+    QList<Prompt> shown;
+    std::deque<PromptAnswer> answers;
+
+    PromptAnswer ask(QWidget*, const Prompt& prompt) override
+    {
+        shown.append(prompt);
+        if (prompt.buttons == PromptButtons::Ok)
+            return PromptAnswer::Ok;
+        if (answers.empty())
+            return PromptAnswer::Ok;
+        const PromptAnswer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    QStringList texts() const
+    {
+        QStringList list;
+        for (const Prompt& p : shown)
+            list << p.text;
+        return list;
+    }
+};
+
+class FakeRandom final : public RandomSource
+{
+public:
+    std::deque<double> values;
+    double next() override
+    {
+        if (values.empty())
+            return 0.0;
+        const double v = values.front();
+        values.pop_front();
+        return v;
+    }
+};
+
+// A fresh data folder with a starting database, and services wired to fakes.
+class TestEnvironment
+{
+public:
+    // Builds the starting database unless told not to (for tests that start from nothing).
+    explicit TestEnvironment(bool withDatabase = true);
+
+    QTemporaryDir dir;
+    FakeClock clock;
+    FakePrompter prompter;
+    FakeRandom random;
+    AppServices services;
+
+    DatabaseConnection& db() { return services.db(); }
+    QString path() const { return services.databasePath(); }
+    // Opens the services' connection on the folder's database.
+    void open();
+
+    // Handy readers for checks.
+    qint64 scalar(const QString& sql);
+    int count(const QString& table, const QString& where = QString());
+};
+
+// Rewrites a starting database into the layout of an older release (10 or 11).
+void DowngradeDatabase(DatabaseConnection& db, int version);
