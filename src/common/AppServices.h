@@ -10,6 +10,7 @@
 #include <memory>
 
 class Clock;
+class DatePicker;
 class Prompter;
 class RandomSource;
 
@@ -21,6 +22,7 @@ struct AppServices
     Clock* clock = nullptr;
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
+    DatePicker* datePicker = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

@@ -11,6 +11,7 @@ TestEnvironment::TestEnvironment(bool withDatabase)
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.datePicker = &datePicker;
     if (withDatabase) {
         QString error;
         if (!CreateStartingDatabase(services.databasePath(), &error))

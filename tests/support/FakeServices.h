@@ -2,6 +2,7 @@
 
 #include "common/AppServices.h"
 #include "common/Clock.h"
+#include "common/DatePicker.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 
@@ -60,6 +61,27 @@ public:
     }
 };
 
+// Records each request and answers from a queue of dates (an invalid date = cancel).
+class FakeDatePicker final : public DatePicker
+{
+public:
+    QList<DatePickHandOver> requests;
+    std::deque<QDate> answers;
+    void pickDate(QWidget*, DatePickHandOver& handOver) override
+    {
+        requests.append(handOver);
+        handOver.DatePicked = false;
+        if (answers.empty())
+            return;
+        const QDate answer = answers.front();
+        answers.pop_front();
+        if (answer.isValid()) {
+            handOver.PickedDate = answer;
+            handOver.DatePicked = true;
+        }
+    }
+};
+
 // A fresh data folder with a starting database, and services wired to fakes.
 class TestEnvironment
 {
@@ -71,6 +93,7 @@ public:
     FakeClock clock;
     FakePrompter prompter;
     FakeRandom random;
+    FakeDatePicker datePicker;
     AppServices services;
 
     DatabaseConnection& db() { return services.db(); }
