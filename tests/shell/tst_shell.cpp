@@ -1,0 +1,448 @@
+#include "common/Units.h"
+#include "mainwindow/FrmMain.h"
+#include "mainwindow/FrmVersion.h"
+#include "shell/DataFolder.h"
+#include "shell/IniFile.h"
+#include "shell/SingleInstance.h"
+#include "shell/WindowPlacement.h"
+#include "store/DatabaseVersion.h"
+#include "store/SqlText.h"
+#include "support/FakeServices.h"
+
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QSystemTrayIcon>
+#include <QtTest>
+
+class TestShell : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void iniRoundTrip();
+    void iniKeepsOtherLines();
+    void iniMissingValues_data();
+    void iniMissingValues();
+    void placementRoundTrip();
+    void placementPartialAndBadValues_data();
+    void placementPartialAndBadValues();
+    void minimisedPlacementIsNotSaved();
+    void dataFolder_data();
+    void dataFolder();
+    void singleInstance();
+    void staleLockIsTakenOver();
+    void firstStartBuildsDatabase();
+    void startUpgradesOldDatabase();
+    void secondCopyRefuses();
+    void closeRules_data();
+    void closeRules();
+    void unloadWritesStickyNotes();
+    void unloadAfterRestoreSkipsNotes();
+    void unloadSavesPlacementUnlessMinimised();
+    void trayTip();
+    void versionDialog();
+};
+
+void TestShell::iniRoundTrip()
+{
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("1500")));
+    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Left"), QStringLiteral("3000")));
+    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("1515")));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top")), QStringLiteral("1515"));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Left")), QStringLiteral("3000"));
+    QFile file(ini);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("[frmMAIN]\nTop=1515\nLeft=3000\n"));
+}
+
+void TestShell::iniKeepsOtherLines()
+{
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    QFile file(ini);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("; kept comment\n[Other]\nTop=1\n\n[frmMAIN]\nWidth=4000\n\n[Last]\nX=y\n");
+    file.close();
+    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Height"), QStringLiteral("5000")));
+    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("width"), QStringLiteral("4200")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()),
+             QStringLiteral("; kept comment\n[Other]\nTop=1\n\n[frmMAIN]\nwidth=4200\nHeight=5000\n\n[Last]\nX=y\n"));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("Other"), QStringLiteral("Top")), QStringLiteral("1"));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("Last"), QStringLiteral("X")), QStringLiteral("y"));
+}
+
+void TestShell::iniMissingValues_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("no file") << QByteArray() << "frmMAIN" << "Top" << "";
+    QTest::newRow("key in another section") << QByteArray("[Other]\nTop=5\n") << "frmMAIN" << "Top" << "";
+    QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\n") << "frmMAIN" << "Top" << "";
+    QTest::newRow("case-insensitive") << QByteArray("[FRMMAIN]\ntop = 7\n") << "frmMAIN" << "Top" << "7";
+    QTest::newRow("cut at NUL") << QByteArray("[frmMAIN]\nTop=12\0zz\n", 20) << "frmMAIN" << "Top" << "12";
+}
+
+void TestShell::iniMissingValues()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, section);
+    QFETCH(QString, key);
+    QFETCH(QString, expected);
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    if (!content.isEmpty()) {
+        QFile file(ini);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+    QCOMPARE(ReadIniValue(ini, section, key), expected);
+}
+
+void TestShell::placementRoundTrip()
+{
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    const double dpi = Units::LogicalDpi();
+    QWidget first;
+    first.setGeometry(120, 80, 260, 330);
+    first.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&first));
+    SaveWindowPlacement(first, ini, QStringLiteral("frmMAIN"));
+    const QRect saved = first.frameGeometry();
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top")),
+             QString::number(Units::PixelsToTwips(saved.top(), dpi)));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Width")),
+             QString::number(Units::PixelsToTwips(saved.width(), dpi)));
+
+    QWidget second;
+    second.setGeometry(10, 10, 100, 100);
+    RestoreWindowPlacement(second, ini, QStringLiteral("frmMAIN"));
+    second.show();
+    ApplyPendingOuterSize(second);
+    QVERIFY(QTest::qWaitForWindowExposed(&second));
+    QCOMPARE(second.frameGeometry(), saved);
+}
+
+void TestShell::placementPartialAndBadValues_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QRect>("expected"); // pixels at 96 dpi: 15 twips a pixel
+    QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n")
+                                                             << QRect(200, 100, 150, 120);
+    QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n")
+                                                     << QRect(200, 100, 200, 120);
+    QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n")
+                                             << QRect(10, 20, 150, 120);
+    QTest::newRow("no file keeps everything") << QByteArray() << QRect(10, 20, 150, 120);
+}
+
+void TestShell::placementPartialAndBadValues()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QRect, expected);
+    if (!qFuzzyCompare(Units::LogicalDpi(), 96.0))
+        QSKIP("expects a 96 dpi screen");
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    if (!content.isEmpty()) {
+        QFile file(ini);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+    QWidget window;
+    window.setGeometry(10, 20, 150, 120);
+    RestoreWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+    QCOMPARE(window.frameGeometry(), expected);
+}
+
+void TestShell::minimisedPlacementIsNotSaved()
+{
+    QTemporaryDir dir;
+    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+    WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("777"));
+    QWidget window;
+    window.setGeometry(50, 50, 200, 200);
+    window.setWindowState(Qt::WindowMinimized);
+    SaveWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top")), QStringLiteral("777"));
+    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Width")), QString());
+}
+
+void TestShell::dataFolder_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("databaseBesideProgram");
+    QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
+    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true << "ARG";
+    QTest::newRow("--data-dir=DIR") << QStringList{QStringLiteral("--data-dir=ARG")} << false << "ARG";
+    QTest::newRow("portable install") << QStringList{} << true << "EXE";
+    QTest::newRow("per-user folder") << QStringList{} << false << "USER";
+    QTest::newRow("dangling option") << QStringList{QStringLiteral("--data-dir")} << false << "USER";
+}
+
+void TestShell::dataFolder()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, databaseBesideProgram);
+    QFETCH(QString, expected);
+    QStandardPaths::setTestModeEnabled(true);
+    QTemporaryDir dir;
+    const QString exeDir = dir.filePath(QStringLiteral("bin"));
+    const QString argDir = dir.filePath(QStringLiteral("given/nested"));
+    QDir().mkpath(exeDir);
+    if (databaseBesideProgram) {
+        QFile db(QDir(exeDir).filePath(QStringLiteral("QMCalendar.mdb")));
+        QVERIFY(db.open(QIODevice::WriteOnly));
+    }
+    QStringList args{QStringLiteral("verdaly")};
+    for (const QString& a : arguments)
+        args << QString(a).replace(QStringLiteral("ARG"), argDir);
+    const QString resolved = ResolveDataDir(args, exeDir);
+    const QString want = expected == QStringLiteral("ARG")   ? argDir
+                         : expected == QStringLiteral("EXE") ? exeDir
+                                                             : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QCOMPARE(resolved, QDir::cleanPath(want));
+    QVERIFY(QFileInfo(resolved).isDir());
+}
+
+void TestShell::singleInstance()
+{
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("verdaly.lock"));
+    SingleInstance first(lock);
+    SingleInstance second(lock);
+    QVERIFY(first.tryAcquire());
+    QVERIFY(!second.tryAcquire());
+    first.release();
+    QVERIFY(second.tryAcquire());
+}
+
+void TestShell::staleLockIsTakenOver()
+{
+    // A lock whose owner is gone (the program was killed) must not keep the calendar out.
+    QProcess process;
+    process.start(QStringLiteral("true"));
+    QVERIFY(process.waitForFinished());
+    const qint64 deadPid = process.processId() ? process.processId() : 999999;
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("verdaly.lock"));
+    QFile file(lock);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray::number(deadPid) + "\n" + QCoreApplication::applicationName().toUtf8() + "\n" +
+               QSysInfo::machineHostName().toUtf8() + "\n");
+    file.close();
+    SingleInstance instance(lock);
+    QVERIFY(instance.tryAcquire());
+}
+
+void TestShell::firstStartBuildsDatabase()
+{
+    TestEnvironment env(false);
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    QVERIFY(QFileInfo::exists(env.path()));
+    QVERIFY(env.services.state.MainWindowIdle);
+    QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501")), 30);
+    QVERIFY(env.prompter.shown.isEmpty());
+    main.Form_Unload();
+}
+
+void TestShell::startUpgradesOldDatabase()
+{
+    TestEnvironment env;
+    DowngradeDatabase(env.db(), 10);
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("82000 <= CODE AND CODE < 82999")), 5);
+    main.Form_Unload();
+}
+
+void TestShell::secondCopyRefuses()
+{
+    TestEnvironment env;
+    env.services.connection.reset();
+    FrmMain first(env.services);
+    QVERIFY(first.Form_Load());
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET MEMO1 = 'first' WHERE CODE = 501 AND DATAN1 = 1"));
+
+    FakePrompter secondPrompter;
+    AppServices secondServices;
+    secondServices.dataDir = env.services.dataDir;
+    secondServices.clock = &env.clock;
+    secondServices.prompter = &secondPrompter;
+    FrmMain second(secondServices);
+    QVERIFY(!second.Form_Load());
+    QCOMPARE(secondPrompter.texts(), QStringList{QStringLiteral("既に起動されています。")});
+    QCOMPARE(secondPrompter.shown.front().icon, PromptIcon::Critical);
+    QVERIFY(!secondServices.connection);
+    QVERIFY(!second.trayIcon());
+
+    // The first copy runs on untouched.
+    QVERIFY(env.db().isOpen());
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND MEMO1 = 'first'")), 1);
+    first.Form_Unload();
+}
+
+void TestShell::closeRules_data()
+{
+    QTest::addColumn<int>("option"); // CODE 311 DATAN1; -1 = no row
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("trayAvailable");
+    QTest::addColumn<bool>("cancelled");
+    QTest::addColumn<bool>("visibleAfter");
+    QTest::addColumn<bool>("minimisedAfter");
+    const int box = static_cast<int>(UnloadMode::FormControlMenu);
+    const int code = static_cast<int>(UnloadMode::FormCode);
+    const int session = static_cast<int>(UnloadMode::AppWindows);
+    QTest::newRow("resident: close box hides to the tray") << 1 << box << true << true << false << true;
+    QTest::newRow("resident without a tray: minimise instead") << 1 << box << false << true << true << true;
+    QTest::newRow("not resident: close box exits") << 0 << box << true << false << false << false;
+    QTest::newRow("other value exits") << 2 << box << true << false << false << false;
+    QTest::newRow("no row exits") << -1 << box << true << false << false << false;
+    QTest::newRow("resident: exit menu exits") << 1 << code << true << false << false << false;
+    QTest::newRow("resident: session end exits") << 1 << session << true << false << false << false;
+}
+
+void TestShell::closeRules()
+{
+    QFETCH(int, option);
+    QFETCH(int, mode);
+    QFETCH(bool, trayAvailable);
+    QFETCH(bool, cancelled);
+    QFETCH(bool, visibleAfter);
+    QFETCH(bool, minimisedAfter);
+    TestEnvironment env;
+    if (option < 0)
+        env.db().ExecuteSql(QStringLiteral("DELETE * FROM TRNGENERAL WHERE CODE = 311"));
+    else
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = %1 WHERE CODE = 311").arg(option));
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    main.setTrayAvailabilityForTesting(trayAvailable ? 1 : 0);
+    main.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&main));
+
+    if (mode == static_cast<int>(UnloadMode::FormControlMenu))
+        main.close();
+    else
+        main.RequestShutdown(static_cast<UnloadMode>(mode));
+
+    QCOMPARE(main.isUnloaded(), !cancelled);
+    QCOMPARE(main.isVisible(), visibleAfter);
+    QCOMPARE(main.isMinimized(), minimisedAfter);
+    QCOMPARE(env.services.connection != nullptr, cancelled);
+    if (cancelled)
+        main.RequestShutdown(UnloadMode::FormCode);
+    QVERIFY(main.isUnloaded());
+}
+
+void TestShell::unloadWritesStickyNotes()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = 4500, DATAN3 = 3000 WHERE CODE = 501 AND DATAN1 = 7"));
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    auto* noteWindow = new QWidget;
+    noteWindow->setAttribute(Qt::WA_DeleteOnClose);
+    noteWindow->show();
+    QPointer<QWidget> watch(noteWindow);
+    StickyNoteSlot& open = env.services.state.StickyNotes[3];
+    open.inUse = true;
+    open.text = QStringLiteral("牛乳を買う\nit's on the way");
+    open.colorIndex = 5;
+    open.left = 1500;
+    open.top = 2250;
+    open.window = noteWindow;
+    main.Form_Unload();
+    QTest::qWait(0);
+    QVERIFY(!watch || !watch->isVisible());
+
+    env.open();
+    const Rows rows = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1"));
+    QCOMPARE(rows.size(), size_t(30));
+    const Row& note = rows.at(2);
+    QCOMPARE(note.text(QStringLiteral("DATAS3")), QStringLiteral("1"));
+    QCOMPARE(note.text(QStringLiteral("DATAS2")), QStringLiteral("5"));
+    QCOMPARE(note.text(QStringLiteral("MEMO1")), open.text);
+    QCOMPARE(note.number(QStringLiteral("DATAN2")), 1500);
+    QCOMPARE(note.number(QStringLiteral("DATAN3")), 2250);
+    // A closed slot keeps its last position, with no text and no colour.
+    const Row& closed = rows.at(6);
+    QCOMPARE(closed.text(QStringLiteral("DATAS3")), QStringLiteral("0"));
+    QCOMPARE(closed.text(QStringLiteral("MEMO1")), QString());
+    QCOMPARE(closed.text(QStringLiteral("DATAS2")), QString());
+    QCOMPARE(closed.number(QStringLiteral("DATAN2")), 4500);
+    QCOMPARE(closed.number(QStringLiteral("DATAN3")), 3000);
+}
+
+void TestShell::unloadAfterRestoreSkipsNotes()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAS3 = '1', MEMO1 = 'restored' WHERE CODE = 501 AND DATAN1 = 2"));
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    env.services.state.RestoreDone = true;
+    main.Form_Unload();
+    env.open();
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '1' AND MEMO1 = 'restored'")), 1);
+    QVERIFY(QFileInfo::exists(env.services.iniPath()));
+}
+
+void TestShell::unloadSavesPlacementUnlessMinimised()
+{
+    for (const bool minimised : {false, true}) {
+        TestEnvironment env;
+        env.services.connection.reset();
+        FrmMain main(env.services);
+        QVERIFY(main.Form_Load());
+        main.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&main));
+        if (minimised)
+            main.setWindowState(Qt::WindowMinimized);
+        main.Form_Unload();
+        QCOMPARE(ReadIniValue(env.services.iniPath(), QStringLiteral("frmMAIN"), QStringLiteral("Height")).isEmpty(),
+                 minimised);
+    }
+}
+
+void TestShell::trayTip()
+{
+    TestEnvironment env;
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    QVERIFY(main.trayIcon());
+    QCOMPARE(main.trayIcon()->toolTip(), QStringLiteral("Halvern Verdaly 1.2"));
+    main.Form_Unload();
+    QVERIFY(!main.trayIcon());
+}
+
+void TestShell::versionDialog()
+{
+    FrmVersion dialog;
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("バージョン情報"));
+    auto* title = dialog.findChild<QLabel*>(QStringLiteral("LabTitle"));
+    QVERIFY(title);
+    QCOMPARE(title->text(), QStringLiteral("Halvern Verdaly 1.2"));
+    dialog.show();
+    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("ComOK"));
+    QVERIFY(ok);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QVERIFY(!dialog.isVisible());
+}
+
+QTEST_MAIN(TestShell)
+#include "tst_shell.moc"
