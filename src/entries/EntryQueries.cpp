@@ -1,0 +1,115 @@
+#include "entries/EntryQueries.h"
+
+#include "entries/EntryKinds.h"
+#include "store/Rows.h"
+#include "store/SqlText.h"
+
+namespace {
+
+QString Literal(const QDate& date)
+{
+    return QuoteText(DateToStored(date));
+}
+
+} // namespace
+
+QString MonthQuerySql(const QDate& first, const QDate& last)
+{
+    const QString f = Literal(first);
+    const QString l = Literal(last);
+    return QStringLiteral("SELECT * FROM TRNSCHTSK WHERE ") +
+           QStringLiteral("(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= ") + f +
+           QStringLiteral(" AND STARTDT <= ") + l + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= ") + f +
+           QStringLiteral(" AND STARTDT <= ") + l + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= ") + l +
+           QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= ") + l +
+           QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + f +
+           QStringLiteral(" AND ENDDT <= ") + l + QStringLiteral(")) ");
+}
+
+QString DayQuerySql(const QDate& day)
+{
+    const QString d = Literal(day);
+    return QStringLiteral("SELECT * FROM TRNSCHTSK WHERE ") +
+           QStringLiteral("(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT = ") + d + QStringLiteral(")) ") +
+           QStringLiteral("OR ") + QStringLiteral("(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT = ") + d +
+           QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= ") + d +
+           QStringLiteral(" AND ENDDT >= ") + d + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= ") + d +
+           QStringLiteral(" AND ENDDT >= ") + d + QStringLiteral(")) ") + QStringLiteral("OR ") +
+           QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT = ") + d + QStringLiteral(")) ") +
+           QStringLiteral("ORDER BY STARTDT,STARTTM,PRIORITY ");
+}
+
+QString DayOffQuerySql(int month)
+{
+    return QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 AND   DATAN1 = ") + QString::number(month) +
+           QStringLiteral(" ");
+}
+
+QVector<QDate> EntryMarkDates(const QString& FROMTOKBN, const QString& STARTDT, const QString& ENDDT,
+                              const QDate& first, const QDate& last)
+{
+    QVector<QDate> dates;
+    if (!first.isValid() || !last.isValid() || first > last || FROMTOKBN.isEmpty())
+        return dates;
+    const auto inWindow = [&](const QDate& d) { return d.isValid() && d >= first && d <= last; };
+
+    switch (FROMTOKBN.at(0).unicode()) {
+    case 'A':
+    case 'D': {
+        const QDate start = StoredDateToDate(STARTDT);
+        if (inWindow(start))
+            dates.append(start);
+        break;
+    }
+    case 'T': {
+        const QDate deadline = StoredDateToDate(ENDDT);
+        if (inWindow(deadline))
+            dates.append(deadline);
+        break;
+    }
+    case 'B':
+    case 'C': {
+        const QDate start = StoredDateToDate(STARTDT);
+        const QDate end = StoredDateToDate(ENDDT);
+        if (!start.isValid() || !end.isValid())
+            break;
+        // Only the part of the span inside the window can be marked.
+        QDate day = qMax(start, first);
+        const QDate stop = qMin(end, last);
+        for (; day <= stop; day = day.addDays(1))
+            dates.append(day);
+        break;
+    }
+    default:
+        break;
+    }
+    return dates;
+}
+
+QVector<QDate> EntryMarkDates(const Row& entry, const QDate& first, const QDate& last)
+{
+    return EntryMarkDates(entry.text(QStringLiteral("FROMTOKBN")), entry.text(QStringLiteral("STARTDT")),
+                          entry.text(QStringLiteral("ENDDT")), first, last);
+}
+
+QDate DayOffDate(int year, qint64 month, qint64 day)
+{
+    if (month < 1 || month > 12 || day < 1 || day > 31)
+        return QDate();
+    const QDate date(year, static_cast<int>(month), static_cast<int>(day));
+    return date.isValid() ? date : QDate();
+}
+
+QString PanelSubject(const Row& entry)
+{
+    const QString subject = entry.text(QStringLiteral("BUSINESS"));
+    if (entry.text(QStringLiteral("COMPLETION")) == QLatin1String("1"))
+        return QStringLiteral("[済]") + subject;
+    return subject;
+}

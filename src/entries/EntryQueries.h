@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QVector>
+
+class Row;
+
+// The statements that feed the month grid and the selected-day panel, and the rules by
+// which their rows become marks and panel lines.
+
+// Every entry that shows on at least one day from first to last (the grid's first and
+// last displayed days), finished tasks included. No order.
+QString MonthQuerySql(const QDate& first, const QDate& last);
+
+// Every entry that shows on day, tasks first (their start date is empty), then by start
+// time, then by priority.
+QString DayQuerySql(const QDate& day);
+
+// The yearly day-offs of one month (1 to 12).
+QString DayOffQuerySql(int month);
+
+// The days within [first, last] on which the entry of a row shows: A and D kinds on the
+// start date, T on the deadline, B and C on every day of the span. Days outside the window
+// are left out, so a corrupt row spanning centuries costs no more than the window.
+QVector<QDate> EntryMarkDates(const QString& FROMTOKBN, const QString& STARTDT, const QString& ENDDT,
+                              const QDate& first, const QDate& last);
+QVector<QDate> EntryMarkDates(const Row& entry, const QDate& first, const QDate& last);
+
+// The day-off of a CODE 200 row (DATAN1 month, DATAN2 day) in the given year; a null date
+// when the pair makes no date in that year (2/29 outside leap years, 2/30, 13/1).
+QDate DayOffDate(int year, qint64 month, qint64 day);
+
+// The subject shown in the panel: finished tasks carry the done mark.
+QString PanelSubject(const Row& entry);
