@@ -25,8 +25,8 @@ QPixmap PaintIcon(int size)
     const qreal cell = page.width() / 4.0;
     for (int row = 0; row < 2; ++row) {
         for (int col = 0; col < 3; ++col) {
-            const QRectF dot(page.left() + cell * (col + 0.5), band.bottom() + cell * (row * 0.9 + 0.35),
-                             cell * 0.55, cell * 0.45);
+            const QRectF dot(page.left() + cell * (col + 0.5), band.bottom() + cell * (row * 0.9 + 0.35), cell * 0.55,
+                             cell * 0.45);
             p.drawRect(dot);
         }
     }

@@ -10,8 +10,14 @@ namespace Units {
 // Logical dpi of the screen the widget is on (the primary screen without a widget).
 double LogicalDpi(const QWidget* widget = nullptr);
 
-inline int PixelsToTwips(int pixels, double dpi) { return qRound(pixels * 1440.0 / dpi); }
-inline int TwipsToPixels(double twips, double dpi) { return qRound(twips * dpi / 1440.0); }
+inline int PixelsToTwips(int pixels, double dpi)
+{
+    return qRound(pixels * 1440.0 / dpi);
+}
+inline int TwipsToPixels(double twips, double dpi)
+{
+    return qRound(twips * dpi / 1440.0);
+}
 
 inline QColor ColorFromStored(qint64 value)
 {

@@ -15,8 +15,7 @@ bool RunUserAction(AppServices& app, QWidget* parent, const std::function<void()
         qCWarning(lcStore) << "user action failed:" << error.engineMessage() << error.sql();
         app.db().RollbackTo(depth);
         if (app.prompter) {
-            app.prompter->inform(parent,
-                                 QStringLiteral("データベースの処理に失敗しました。\n") + error.engineMessage(),
+            app.prompter->inform(parent, QStringLiteral("データベースの処理に失敗しました。\n") + error.engineMessage(),
                                  PromptIcon::Critical);
         }
         return false;

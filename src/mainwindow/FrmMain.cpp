@@ -1,10 +1,18 @@
 #include "mainwindow/FrmMain.h"
 
+#include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
 #include "common/AppServices.h"
+#include "common/Clock.h"
+#include "common/Fonts.h"
+#include "common/UserAction.h"
+#include "mainwindow/LinkLabel.h"
 #include "shell/SingleInstance.h"
 
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -14,10 +22,22 @@ FrmMain::FrmMain(AppServices& app, QWidget* parent) : QWidget(parent), m_app(app
     setObjectName(QStringLiteral("frmMAIN"));
     setWindowTitle(AppInfo::productTitle());
     setWindowIcon(AppIcon());
+    setMouseTracking(true);
     buildControls();
 }
 
 FrmMain::~FrmMain() = default;
+
+namespace {
+
+LinkLabel* MakeLink(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* label = new LinkLabel(text, parent);
+    label->setObjectName(name);
+    return label;
+}
+
+} // namespace
 
 void FrmMain::buildControls()
 {
@@ -25,11 +45,84 @@ void FrmMain::buildControls()
     Timer->setObjectName(QStringLiteral("Timer"));
     Timer->setInterval(30000);
 
+    m_calendar = new HalvernCalendar(this);
+    m_calendar->setObjectName(QStringLiteral("HalvernCalendar"));
+    m_calendar->setTodayProvider([this] { return m_app.clock ? m_app.clock->today() : QDate(); });
+    connect(m_calendar, &HalvernCalendar::dateChanged, this, &FrmMain::onDayChanged);
+    connect(m_calendar, &HalvernCalendar::monthChanged, this, &FrmMain::onMonthChanged);
+
+    LinLine = new QFrame(this);
+    LinLine->setObjectName(QStringLiteral("LinLine"));
+    LinLine->setFrameShape(QFrame::HLine);
+    LinLine->setFrameShadow(QFrame::Plain);
+
+    auto* rows = new QGridLayout;
+    rows->setHorizontalSpacing(6);
+    rows->setVerticalSpacing(1);
+    const QFont timeFont = FixedPitchJapaneseFont(9);
+    for (int i = 0; i < PanelRows; ++i) {
+        auto* time = new QLabel(this);
+        time->setObjectName(QStringLiteral("LabTime(%1)").arg(i));
+        time->setFont(timeFont);
+        time->setTextFormat(Qt::PlainText);
+        // Every time text is at most 13 characters; reserving them keeps the subjects in a column.
+        time->setMinimumWidth(QFontMetrics(timeFont).horizontalAdvance(QString(13, QLatin1Char('0'))));
+        auto* subject = MakeLink(QStringLiteral("LabYotei(%1)").arg(i), QString(), this);
+        subject->setTextFormat(Qt::PlainText);
+        // Long subjects are cut by the window's edge instead of widening it.
+        subject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        LabTime[static_cast<size_t>(i)] = time;
+        LabYotei[static_cast<size_t>(i)] = subject;
+        rows->addWidget(time, i, 0);
+        rows->addWidget(subject, i, 1);
+    }
+    rows->setColumnStretch(1, 1);
+
+    LabMore = MakeLink(QStringLiteral("LabMore"), QStringLiteral("more..."), this);
+    LabMore->hide();
+    LabMenu = MakeLink(QStringLiteral("LabMenu"), QStringLiteral("Menu"), this);
+    LabJump = MakeLink(QStringLiteral("LabJump"), QStringLiteral("Jump"), this);
+    LabScaedule = MakeLink(QStringLiteral("LabScaedule"), QStringLiteral("Schedule"), this);
+    LabHelp = MakeLink(QStringLiteral("LabHelp"), QStringLiteral("Help"), this);
+    for (LinkLabel* link : {LabMore, LabMenu, LabJump, LabScaedule, LabHelp})
+        connect(link, &LinkLabel::clicked, this, &FrmMain::ResetLinkStyles);
+
+    auto* moreRow = new QHBoxLayout;
+    moreRow->addStretch();
+    moreRow->addWidget(LabMore);
+    auto* links = new QHBoxLayout;
+    links->setSpacing(10);
+    for (LinkLabel* link : {LabMenu, LabJump, LabScaedule, LabHelp})
+        links->addWidget(link);
+    links->addStretch();
+
     auto* layout = new QVBoxLayout(this);
-    m_calendarPlaceholder = new QLabel(AppInfo::productTitle(), this);
-    m_calendarPlaceholder->setObjectName(QStringLiteral("HalvernCalendar"));
-    m_calendarPlaceholder->setAlignment(Qt::AlignCenter);
-    m_calendarPlaceholder->setMinimumSize(220, 180);
-    layout->addWidget(m_calendarPlaceholder);
-    resize(240, 300);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(3);
+    layout->addWidget(m_calendar, 1);
+    layout->addWidget(LinLine);
+    layout->addLayout(rows);
+    layout->addLayout(moreRow);
+    layout->addLayout(links);
+    resize(sizeHint());
+}
+
+void FrmMain::onDayChanged()
+{
+    if (m_loading)
+        return;
+    RunUserAction(m_app, this, [this] { RefreshDayPanel(); });
+}
+
+void FrmMain::onMonthChanged()
+{
+    if (m_loading)
+        return;
+    RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+}
+
+void FrmMain::mouseMoveEvent(QMouseEvent* event)
+{
+    QWidget::mouseMoveEvent(event);
+    ResetLinkStyles();
 }

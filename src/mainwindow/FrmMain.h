@@ -1,10 +1,14 @@
 #pragma once
 
-#include <QPointer>
+#include <QColor>
 #include <QWidget>
 
+#include <array>
 #include <memory>
 
+class HalvernCalendar;
+class LinkLabel;
+class QFrame;
 class QLabel;
 class QSystemTrayIcon;
 class QTimer;
@@ -20,7 +24,10 @@ enum class UnloadMode
     AppWindows = 2,      // the desktop session ends, or the process is told to stop
 };
 
-// The main calendar window. It owns the program: its load starts every part in a fixed
+constexpr int PanelRows = 3;
+
+// The main calendar window: the month grid, and under it the selected day's first
+// entries and the links. It owns the program: its load starts every part in a fixed
 // order and its unload saves and stops them.
 class FrmMain final : public QWidget
 {
@@ -29,8 +36,8 @@ public:
     explicit FrmMain(AppServices& app, QWidget* parent = nullptr);
     ~FrmMain() override;
 
-    // Start-up. Answers false when another copy is already running (the user has been
-    // told; the caller ends the program without showing anything).
+    // Start-up (FrmMainLifecycle.cpp). Answers false when another copy is already running
+    // (the user has been told; the caller ends the program without showing anything).
     bool Form_Load();
     void Form_QueryUnload(bool& cancel, UnloadMode mode);
     void Form_Unload();
@@ -39,25 +46,59 @@ public:
     void RequestShutdown(UnloadMode mode);
     bool isUnloaded() const { return m_unloaded; }
     QSystemTrayIcon* trayIcon() const { return m_tray; }
-
-    // Overridable only for tests: whether a tray is there to hide into.
+    // Overridable only for tests: whether a tray is there to hide into (-1: ask the desktop).
     void setTrayAvailabilityForTesting(int available) { m_trayAvailableOverride = available; }
+
+    // The grid and the panel (FrmMainPanel.cpp). Each reads the database; a failure
+    // raises DatabaseError to the caller.
+    void RefreshMonthMarks();
+    void RefreshDayPanel();
+    void MarkDayOffs();
+    void ApplyDesignSettings();
+    void ApplyTransparency();
+    void ResetLinkStyles();
+
+    HalvernCalendar* calendar() const { return m_calendar; }
+    int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
+    QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
+    QColor LabelForeColor() const { return m_labelForeColor; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void AddTrayIcon();
     void RemoveTrayIcon();
     bool trayAvailable() const;
     void buildControls();
+    void onDayChanged();
+    void onMonthChanged();
+    void setAlwaysOnTop(bool onTop);
 
     AppServices& m_app;
     std::unique_ptr<SingleInstance> m_instance;
     QSystemTrayIcon* m_tray = nullptr;
+
+    // Controls, under their own names.
     QTimer* Timer = nullptr;
-    QLabel* m_calendarPlaceholder = nullptr;
+    HalvernCalendar* m_calendar = nullptr;
+    std::array<QLabel*, PanelRows> LabTime{};
+    std::array<LinkLabel*, PanelRows> LabYotei{};
+    QFrame* LinLine = nullptr;
+    LinkLabel* LabMore = nullptr;
+    LinkLabel* LabMenu = nullptr;
+    LinkLabel* LabJump = nullptr;
+    LinkLabel* LabScaedule = nullptr;
+    LinkLabel* LabHelp = nullptr;
+
+    // What each panel row shows (0 / "" when empty), for the click and drag handlers.
+    std::array<int, PanelRows> m_panelEntryId{};
+    std::array<QString, PanelRows> m_panelEntryData{};
+    QColor m_labelForeColor;
+
+    bool m_loading = false;
     UnloadMode m_pendingMode = UnloadMode::FormControlMenu;
     bool m_modePending = false;
     bool m_unloaded = false;

@@ -2,6 +2,7 @@
 // are started and stopped.
 #include "mainwindow/FrmMain.h"
 
+#include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
 #include "common/AppServices.h"
@@ -26,8 +27,7 @@ const QString PlacementSection = QStringLiteral("frmMAIN");
 
 // Runs one start-up or shutdown step; a database failure is logged and the sequence
 // goes on, so one broken row never keeps the calendar from starting or from saving.
-template <typename Step>
-void RunStep(const char* name, Step&& step)
+template <typename Step> void RunStep(const char* name, Step&& step)
 {
     try {
         step();
@@ -72,14 +72,23 @@ bool FrmMain::Form_Load()
     // 7. The notes' positions; the notes themselves reopen here once notes exist.
     RunStep("sticky notes", [&] { LoadStickyNotePositions(m_app.db(), m_app.state.StickyNotes); });
 
-    // 8. Transparency and 9. design settings come with the calendar.
+    // 8., 9.
+    RunStep("transparency", [&] { ApplyTransparency(); });
+    RunStep("design settings", [&] { ApplyDesignSettings(); });
 
     // 10.
     m_app.state.MainWindowIdle = true;
 
     // 11. Hot keys are registered here once they exist.
 
-    // 12.-14. The calendar is set to today and filled once it exists.
+    // 12.-14. The calendar's own change signals stay quiet here so that the refreshes run
+    // once each, in this order.
+    m_loading = true;
+    calendar()->setCurrentDate(m_app.clock->today());
+    RunStep("day-offs", [&] { MarkDayOffs(); });
+    RunStep("day panel", [&] { RefreshDayPanel(); });
+    RunStep("month marks", [&] { RefreshMonthMarks(); });
+    m_loading = false;
     return true;
 }
 
@@ -89,7 +98,8 @@ void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
         return;
     bool hideToTray = false;
     RunStep("close option", [&] {
-        const Rows rows = m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 311 ORDER BY CODE"));
+        const Rows rows =
+            m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 311 ORDER BY CODE"));
         hideToTray = !rows.empty() && rows.front().number(QStringLiteral("DATAN1")) == 1;
     });
     if (!hideToTray)

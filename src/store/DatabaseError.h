@@ -11,8 +11,7 @@ class DatabaseError final : public std::runtime_error
 public:
     DatabaseError(const QString& engineMessage, const QString& sql)
         : std::runtime_error(engineMessage.toStdString()), m_engineMessage(engineMessage), m_sql(sql)
-    {
-    }
+    {}
     const QString& engineMessage() const { return m_engineMessage; }
     const QString& sql() const { return m_sql; }
 

@@ -49,7 +49,8 @@ void UpgradeToVersion11(DatabaseConnection& db, const Clock& clock)
         "INSERT INTO TRNCOLOR (CODE,SETNUM,SPOT,SETBCOLOR,SETFONT,SETFCOLOR,BACKCOLOR,FOREFONT,FSIZE,FBOLD,FITALIC,"
         "FORECOLOR,DBACKCOLOR,DFOREFONT,DFSIZE,DFBOLD,DFITALIC,DFORECOLOR,UPDTIME) "
         "SELECT 135, 0, '祝日',SETBCOLOR,SETFONT,SETFCOLOR,BACKCOLOR,FOREFONT,FSIZE,FBOLD,FITALIC,FORECOLOR,"
-        "DBACKCOLOR,DFOREFONT,DFSIZE,DFBOLD,DFITALIC,DFORECOLOR,UPDTIME FROM TRNCOLOR WHERE CODE = 130 AND SETNUM = 0 "));
+        "DBACKCOLOR,DFOREFONT,DFSIZE,DFBOLD,DFITALIC,DFORECOLOR,UPDTIME FROM TRNCOLOR WHERE CODE = 130 AND SETNUM = "
+        "0 "));
     db.ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET SPOT = '休日' WHERE CODE = 130 AND SETNUM = 0 "));
     db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 11 WHERE CODE = 10 "));
 }
@@ -58,8 +59,8 @@ void UpgradeToVersion12(DatabaseConnection& db, const Clock& clock)
 {
     const QString stamp = DateLiteral(clock.now());
     for (int code : {314, 315, 316}) {
-        db.ExecuteSql(InsertGeneral + QString::number(code) + QStringLiteral(", '', '', '', '', '', 0, 0, 0, 0, 0, '', ") +
-                      stamp + QStringLiteral(" ) "));
+        db.ExecuteSql(InsertGeneral + QString::number(code) +
+                      QStringLiteral(", '', '', '', '', '', 0, 0, 0, 0, 0, '', ") + stamp + QStringLiteral(" ) "));
     }
     db.ExecuteSql(InsertGeneral + QStringLiteral("80907, ") + QuoteText(QStringLiteral("０分前")) +
                   QStringLiteral(", '', '', '', '', 0, 0, 0, 0, 0, '', ") + stamp + QStringLiteral(" ) "));

@@ -17,8 +17,7 @@ public:
 
     Row(std::shared_ptr<const ColumnIndex> columns, QVector<QVariant> values)
         : m_columns(std::move(columns)), m_values(std::move(values))
-    {
-    }
+    {}
 
     bool has(const QString& column) const { return m_columns->contains(column.toUpper()); }
     QVariant value(const QString& column) const;

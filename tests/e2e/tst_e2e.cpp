@@ -54,8 +54,9 @@ void TestEndToEnd::initTestCase()
     QVERIFY2(!xvfb.isEmpty(), "Xvfb is needed for the end-to-end test (scripts/test installs it)");
     QVERIFY(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty());
     // -displayfd lets the server pick a free display and tell us which.
-    m_xvfb.start(xvfb, {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                        QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    m_xvfb.start(xvfb,
+                 {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+                  QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
     QVERIFY(m_xvfb.waitForStarted());
     QVERIFY(WaitUntil([&] { return m_xvfb.canReadLine() || m_xvfb.state() != QProcess::Running; }, 15000));
     m_display = QLatin1Char(':') + QString::fromLatin1(m_xvfb.readLine()).trimmed();
@@ -81,8 +82,8 @@ QString TestEndToEnd::windowsOf(qint64 pid)
 {
     QProcess xdotool;
     xdotool.setProcessEnvironment(programEnvironment());
-    xdotool.start(QStringLiteral("xdotool"),
-                  {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"), QString::number(pid)});
+    xdotool.start(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                              QStringLiteral("--pid"), QString::number(pid)});
     xdotool.waitForFinished(5000);
     return QString::fromLatin1(xdotool.readAllStandardOutput()).trimmed();
 }
@@ -104,7 +105,10 @@ void TestEndToEnd::firstStartSecondCopyAndTermination()
     {
         auto db = OpenDatabaseConnection(dbPath, QString());
         QVERIFY(db->isOpen());
-        QCOMPARE(db->ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 10")).front().number(QStringLiteral("DATAN1")), 12);
+        QCOMPARE(db->ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 10"))
+                     .front()
+                     .number(QStringLiteral("DATAN1")),
+                 12);
         QCOMPARE(db->ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501")).size(), size_t(30));
         QCOMPARE(db->ReadRows(QStringLiteral("SELECT * FROM TRNCOLOR WHERE SETNUM = 0")).size(), size_t(15));
     }
@@ -119,8 +123,8 @@ void TestEndToEnd::firstStartSecondCopyAndTermination()
              "the second copy showed no message");
     QProcess key;
     key.setProcessEnvironment(programEnvironment());
-    key.start(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("--window"), box.split(QLatin1Char('\n')).first(),
-                                         QStringLiteral("Return")});
+    key.start(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("--window"),
+                                          box.split(QLatin1Char('\n')).first(), QStringLiteral("Return")});
     key.waitForFinished(5000);
     QVERIFY2(second.waitForFinished(15000), "the second copy did not end");
     QCOMPARE(second.exitCode(), 0);

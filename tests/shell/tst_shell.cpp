@@ -81,11 +81,21 @@ void TestShell::iniMissingValues_data()
     QTest::addColumn<QString>("section");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("no file") << QByteArray() << "frmMAIN" << "Top" << "";
-    QTest::newRow("key in another section") << QByteArray("[Other]\nTop=5\n") << "frmMAIN" << "Top" << "";
-    QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\n") << "frmMAIN" << "Top" << "";
-    QTest::newRow("case-insensitive") << QByteArray("[FRMMAIN]\ntop = 7\n") << "frmMAIN" << "Top" << "7";
-    QTest::newRow("cut at NUL") << QByteArray("[frmMAIN]\nTop=12\0zz\n", 20) << "frmMAIN" << "Top" << "12";
+    QTest::newRow("no file") << QByteArray() << "frmMAIN"
+                             << "Top"
+                             << "";
+    QTest::newRow("key in another section") << QByteArray("[Other]\nTop=5\n") << "frmMAIN"
+                                            << "Top"
+                                            << "";
+    QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\n") << "frmMAIN"
+                                 << "Top"
+                                 << "";
+    QTest::newRow("case-insensitive") << QByteArray("[FRMMAIN]\ntop = 7\n") << "frmMAIN"
+                                      << "Top"
+                                      << "7";
+    QTest::newRow("cut at NUL") << QByteArray("[frmMAIN]\nTop=12\0zz\n", 20) << "frmMAIN"
+                                << "Top"
+                                << "12";
 }
 
 void TestShell::iniMissingValues()
@@ -133,12 +143,12 @@ void TestShell::placementPartialAndBadValues_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QRect>("expected"); // pixels at 96 dpi: 15 twips a pixel
-    QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n")
-                                                             << QRect(200, 100, 150, 120);
-    QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n")
-                                                     << QRect(200, 100, 200, 120);
-    QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n")
-                                             << QRect(10, 20, 150, 120);
+    QTest::newRow("only top and left keep the designed size")
+        << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << QRect(200, 100, 150, 120);
+    QTest::newRow("fraction read as a whole number")
+        << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << QRect(200, 100, 200, 120);
+    QTest::newRow("not a number is ignored")
+        << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << QRect(10, 20, 150, 120);
     QTest::newRow("no file keeps everything") << QByteArray() << QRect(10, 20, 150, 120);
 }
 
@@ -179,7 +189,8 @@ void TestShell::dataFolder_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("databaseBesideProgram");
     QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
-    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true << "ARG";
+    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true
+                                    << "ARG";
     QTest::newRow("--data-dir=DIR") << QStringList{QStringLiteral("--data-dir=ARG")} << false << "ARG";
     QTest::newRow("portable install") << QStringList{} << true << "EXE";
     QTest::newRow("per-user folder") << QStringList{} << false << "USER";
@@ -204,9 +215,10 @@ void TestShell::dataFolder()
     for (const QString& a : arguments)
         args << QString(a).replace(QStringLiteral("ARG"), argDir);
     const QString resolved = ResolveDataDir(args, exeDir);
-    const QString want = expected == QStringLiteral("ARG")   ? argDir
-                         : expected == QStringLiteral("EXE") ? exeDir
-                                                             : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    const QString want = expected == QStringLiteral("ARG") ? argDir
+                         : expected == QStringLiteral("EXE")
+                             ? exeDir
+                             : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QCOMPARE(resolved, QDir::cleanPath(want));
     QVERIFY(QFileInfo(resolved).isDir());
 }
@@ -349,7 +361,8 @@ void TestShell::closeRules()
 void TestShell::unloadWritesStickyNotes()
 {
     TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = 4500, DATAN3 = 3000 WHERE CODE = 501 AND DATAN1 = 7"));
+    env.db().ExecuteSql(
+        QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = 4500, DATAN3 = 3000 WHERE CODE = 501 AND DATAN1 = 7"));
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
@@ -389,14 +402,17 @@ void TestShell::unloadWritesStickyNotes()
 void TestShell::unloadAfterRestoreSkipsNotes()
 {
     TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAS3 = '1', MEMO1 = 'restored' WHERE CODE = 501 AND DATAN1 = 2"));
+    env.db().ExecuteSql(
+        QStringLiteral("UPDATE TRNGENERAL SET DATAS3 = '1', MEMO1 = 'restored' WHERE CODE = 501 AND DATAN1 = 2"));
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
     env.services.state.RestoreDone = true;
     main.Form_Unload();
     env.open();
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '1' AND MEMO1 = 'restored'")), 1);
+    QCOMPARE(
+        env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '1' AND MEMO1 = 'restored'")),
+        1);
     QVERIFY(QFileInfo::exists(env.services.iniPath()));
 }
 

@@ -51,11 +51,16 @@ void TestStore::quoteText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("quoted");
-    QTest::newRow("plain") << "meeting" << "'meeting'";
-    QTest::newRow("empty") << "" << "''";
-    QTest::newRow("apostrophe") << "it's" << "'it''s'";
-    QTest::newRow("only quotes") << "''" << "''''''";
-    QTest::newRow("japanese") << "会議'室" << "'会議''室'";
+    QTest::newRow("plain") << "meeting"
+                           << "'meeting'";
+    QTest::newRow("empty") << ""
+                           << "''";
+    QTest::newRow("apostrophe") << "it's"
+                                << "'it''s'";
+    QTest::newRow("only quotes") << "''"
+                                 << "''''''";
+    QTest::newRow("japanese") << "会議'室"
+                              << "'会議''室'";
 }
 
 void TestStore::quoteText()
@@ -136,13 +141,19 @@ void TestStore::jetRewrite_data()
                                   << "A = '2006/05/01 09:05:03' AND B = '2007/01/02 00:00:00'";
     QTest::newRow("literal inside text untouched") << "SET X = 'at #2006/05/01 09:05:03#'"
                                                    << "SET X = 'at #2006/05/01 09:05:03#'";
-    QTest::newRow("delete star") << "DELETE * FROM TRNSCHTSK WHERE ID = 3" << "DELETE FROM TRNSCHTSK WHERE ID = 3";
-    QTest::newRow("delete star lower case") << "delete  *  from X" << "DELETE FROM X";
-    QTest::newRow("delete star inside text untouched") << "SET X = 'DELETE * FROM Y'" << "SET X = 'DELETE * FROM Y'";
-    QTest::newRow("doubled quote keeps the string open") << "SET X = 'it''s #2006/05/01 09:05:03#', Y = #2006/05/01 09:05:03#"
-                                                        << "SET X = 'it''s #2006/05/01 09:05:03#', Y = '2006/05/01 09:05:03'";
-    QTest::newRow("count star untouched") << "SELECT COUNT(*) AS RECCNT FROM T" << "SELECT COUNT(*) AS RECCNT FROM T";
-    QTest::newRow("unterminated quote left alone") << "SET X = 'DELETE * FROM" << "SET X = 'DELETE * FROM";
+    QTest::newRow("delete star") << "DELETE * FROM TRNSCHTSK WHERE ID = 3"
+                                 << "DELETE FROM TRNSCHTSK WHERE ID = 3";
+    QTest::newRow("delete star lower case") << "delete  *  from X"
+                                            << "DELETE FROM X";
+    QTest::newRow("delete star inside text untouched") << "SET X = 'DELETE * FROM Y'"
+                                                       << "SET X = 'DELETE * FROM Y'";
+    QTest::newRow("doubled quote keeps the string open")
+        << "SET X = 'it''s #2006/05/01 09:05:03#', Y = #2006/05/01 09:05:03#"
+        << "SET X = 'it''s #2006/05/01 09:05:03#', Y = '2006/05/01 09:05:03'";
+    QTest::newRow("count star untouched") << "SELECT COUNT(*) AS RECCNT FROM T"
+                                          << "SELECT COUNT(*) AS RECCNT FROM T";
+    QTest::newRow("unterminated quote left alone") << "SET X = 'DELETE * FROM"
+                                                   << "SET X = 'DELETE * FROM";
 }
 
 void TestStore::jetRewrite()
@@ -154,9 +165,9 @@ void TestStore::jetRewrite()
 
 void TestStore::scriptSplitting()
 {
-    const QStringList parts = SplitSqlScript(QStringLiteral(
-        "-- a comment; with a semicolon\nCREATE TABLE A (X TEXT);\nINSERT INTO A VALUES ('a;b');\n\n"
-        "INSERT INTO A VALUES ('multi\nline; text');\n"));
+    const QStringList parts = SplitSqlScript(
+        QStringLiteral("-- a comment; with a semicolon\nCREATE TABLE A (X TEXT);\nINSERT INTO A VALUES ('a;b');\n\n"
+                       "INSERT INTO A VALUES ('multi\nline; text');\n"));
     QCOMPARE(parts.size(), 3);
     QCOMPARE(parts.at(1), QStringLiteral("INSERT INTO A VALUES ('a;b')"));
     QCOMPARE(parts.at(2), QStringLiteral("INSERT INTO A VALUES ('multi\nline; text')"));
@@ -200,7 +211,8 @@ void TestStore::nestedTransactions()
             --depth;
             break;
         case 'I':
-            db.ExecuteSql(QStringLiteral("INSERT INTO MSTCLASS (ID,CLASS, SORTKEY ) VALUES ( %1, 'c', 0 ) ").arg(next++));
+            db.ExecuteSql(
+                QStringLiteral("INSERT INTO MSTCLASS (ID,CLASS, SORTKEY ) VALUES ( %1, 'c', 0 ) ").arg(next++));
             break;
         }
         QCOMPARE(db.transactionDepth(), depth);
@@ -338,14 +350,23 @@ void TestStore::startingDatabase()
     QCOMPARE(option(311), 0);
     QCOMPARE(option(312), 0);
     // 301 and 303 name rows of their lists; 302 and 313 are item data of theirs.
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = %1 AND 80600 <= CODE AND CODE < 80700").arg(option(301))), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = %1 AND 80800 <= CODE AND CODE < 80900").arg(option(303))), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("80700 <= CODE AND CODE < 80800 AND DATAN1 = %1").arg(option(302))), 1);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
+                       QStringLiteral("CODE = %1 AND 80600 <= CODE AND CODE < 80700").arg(option(301))),
+             1);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
+                       QStringLiteral("CODE = %1 AND 80800 <= CODE AND CODE < 80900").arg(option(303))),
+             1);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
+                       QStringLiteral("80700 <= CODE AND CODE < 80800 AND DATAN1 = %1").arg(option(302))),
+             1);
     QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 411 AND DATAN1 = %1").arg(option(313))), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("80900 <= CODE AND CODE < 81000 AND DATAN1 = %1").arg(option(304))), 1);
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
+                       QStringLiteral("80900 <= CODE AND CODE < 81000 AND DATAN1 = %1").arg(option(304))),
+             1);
 
     // Priorities 高 中 低 with 中 the default.
-    const Rows priorities = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 100 ORDER BY DATAN1"));
+    const Rows priorities =
+        env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 100 ORDER BY DATAN1"));
     QCOMPARE(priorities.size(), size_t(3));
     QCOMPARE(priorities.at(0).text(QStringLiteral("DATAS1")), QStringLiteral("高"));
     QCOMPARE(priorities.at(1).text(QStringLiteral("DATAS1")), QStringLiteral("中"));
@@ -452,7 +473,9 @@ void TestStore::upgradeFromOlderVersions()
         QCOMPARE(rows.front().text(QStringLiteral("MEMO1")), QString());
         QCOMPARE(rows.front().text(QStringLiteral("UPDTIME")), QStringLiteral("2026/11/22 08:00:01"));
     }
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 80907 AND DATAS1 = '０分前' AND DATAN1 = 0")), 1);
+    QCOMPARE(
+        env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 80907 AND DATAS1 = '０分前' AND DATAN1 = 0")),
+        1);
     QCOMPARE(env.count(QStringLiteral("TRNCOLOR"), QStringLiteral("CODE = 130 AND SPOT = '休日'")), 1);
     const Rows holiday = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNCOLOR WHERE CODE = 135"));
     QCOMPARE(holiday.size(), size_t(1));
@@ -491,9 +514,12 @@ void TestStore::upgradeLeavesOthersUntouched()
     const auto snapshot = [&] {
         QStringList lines;
         for (const QString& table : {QStringLiteral("TRNGENERAL"), QStringLiteral("TRNCOLOR")}) {
-            for (const Row& row : env.db().ReadRows(QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" ORDER BY 1, 2, 3")))
+            for (const Row& row :
+                 env.db().ReadRows(QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" ORDER BY 1, 2, 3")))
                 lines << row.text(QStringLiteral("CODE")) + QLatin1Char('|') + row.text(QStringLiteral("UPDTIME")) +
-                             QLatin1Char('|') + row.text(table == QStringLiteral("TRNCOLOR") ? QStringLiteral("SPOT") : QStringLiteral("DATAS1"));
+                             QLatin1Char('|') +
+                             row.text(table == QStringLiteral("TRNCOLOR") ? QStringLiteral("SPOT")
+                                                                          : QStringLiteral("DATAS1"));
         }
         return lines;
     };
