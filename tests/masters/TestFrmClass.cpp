@@ -1,0 +1,417 @@
+#include "TestFrmClass.h"
+
+#include "MastersTestKit.h"
+#include "masters/FrmClass.h"
+#include "support/FakeServices.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+QListWidget* classList(FrmClass& dialog)
+{
+    return control<QListWidget>(&dialog, "LstClass");
+}
+
+// Three classes whose ID order differs from their display order.
+void addThree(DatabaseConnection& db)
+{
+    addClass(db, 1, QStringLiteral("仕事"), 2);
+    addClass(db, 2, QStringLiteral("家庭"), 3);
+    addClass(db, 5, QStringLiteral("趣味"), 1);
+}
+
+// Opens the name editor from button, types name into it and presses OK.
+std::shared_ptr<EditScript> typeInEditor(FrmClass& dialog, const char* buttonName, const QString& name)
+{
+    auto script = std::make_shared<EditScript>();
+    script->typed = name;
+    armEdit(script);
+    button(&dialog, buttonName)->click();
+    settle();
+    return script;
+}
+} // namespace
+
+void TestFrmClass::loadsInSortOrder()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    FrmClass dialog(env.services);
+    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QCOMPARE(lineIds(classList(dialog)), QList<qint64>({5, 1, 2}));
+    QCOMPARE(env.db().transactionDepth(), 1);
+}
+
+void TestFrmClass::captions()
+{
+    TestEnvironment env;
+    FrmClass dialog(env.services);
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("分類"));
+    QCOMPARE(button(&dialog, "ComInsert")->text(), QStringLiteral("新規"));
+    QCOMPARE(button(&dialog, "ComUpdate")->text(), QStringLiteral("編集"));
+    QCOMPARE(button(&dialog, "ComDelete")->text(), QStringLiteral("削除"));
+    QCOMPARE(button(&dialog, "ComUp")->text(), QStringLiteral("↑"));
+    QCOMPARE(button(&dialog, "ComDn")->text(), QStringLiteral("↓"));
+    QCOMPARE(button(&dialog, "ComOk")->text(), QStringLiteral("OK"));
+    QCOMPARE(button(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
+    QVERIFY(control<QLabel>(&dialog, "Label1"));
+}
+
+void TestFrmClass::newClassId_data()
+{
+    QTest::addColumn<bool>("withClasses");
+    QTest::addColumn<bool>("deleteLargestFirst");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<qint64>("expectedId");
+    QTest::newRow("empty table") << false << false << "会議" << qint64(1);
+    QTest::newRow("after 1, 2, 5") << true << false << "出張" << qint64(6);
+    QTest::newRow("5 deleted first") << true << true << "it's ours" << qint64(3);
+    QTest::newRow("apostrophes only") << false << false << "''" << qint64(1);
+}
+
+void TestFrmClass::newClassId()
+{
+    QFETCH(bool, withClasses);
+    QFETCH(bool, deleteLargestFirst);
+    QFETCH(QString, name);
+    QFETCH(qint64, expectedId);
+    TestEnvironment env;
+    if (withClasses)
+        addThree(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    if (deleteLargestFirst) {
+        classList(dialog)->setCurrentRow(0); // 趣味, ID 5
+        button(&dialog, "ComDelete")->click();
+        QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 5")), 0);
+    }
+    const auto script = typeInEditor(dialog, "ComInsert", name);
+    QVERIFY(script->opened);
+    QCOMPARE(script->title, QStringLiteral("分類 - 新規"));
+    QVERIFY(script->initialText.isEmpty());
+
+    // Written at once with SORTKEY 0, inside the dialog's transaction, and last in the list.
+    QCOMPARE(env.db().transactionDepth(), 1);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = %1 AND SORTKEY = 0").arg(expectedId)), 1);
+    QCOMPARE(lineTexts(classList(dialog)).last(), name);
+    QCOMPARE(lineIds(classList(dialog)).last(), expectedId);
+
+    button(&dialog, "ComOk")->click();
+    QCOMPARE(env.db().transactionDepth(), 0);
+    const int position = classList(dialog)->count();
+    QCOMPARE(env.scalar(QStringLiteral("SELECT SORTKEY AS V FROM MSTCLASS WHERE ID = %1").arg(expectedId)), position);
+    const Rows rows = env.db().ReadRows(QStringLiteral("SELECT CLASS FROM MSTCLASS WHERE ID = %1").arg(expectedId));
+    QCOMPARE(rows.size(), size_t(1));
+    QCOMPARE(rows.front().text(QStringLiteral("CLASS")), name);
+}
+
+void TestFrmClass::newClassCancelledWritesNothing()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    auto script = std::make_shared<EditScript>();
+    script->typed = QStringLiteral("取り消し");
+    script->pressOk = false;
+    armEdit(script);
+    button(&dialog, "ComInsert")->click();
+    settle();
+    QVERIFY(script->opened);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3);
+    QCOMPARE(classList(dialog)->count(), 3);
+}
+
+void TestFrmClass::okRenumbersAndRewritesEveryLine()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
+    FrmClass dialog(env.services);
+    dialog.show();
+    button(&dialog, "ComOk")->click();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(env.db().transactionDepth(), 0);
+    // Unchanged names are written too, in list order, with positions from 1.
+    QCOMPARE(log.lines(), QStringList({"UPDATE 5", "UPDATE 1", "UPDATE 2"}));
+    QCOMPARE(classRows(env.db()), QStringList({"1:仕事:2", "2:家庭:3", "5:趣味:1"}));
+}
+
+void TestFrmClass::rename_data()
+{
+    QTest::addColumn<QString>("newName");
+    QTest::newRow("japanese") << "プライベート";
+    QTest::newRow("apostrophe") << "Tom's";
+    QTest::newRow("statement-like") << "x'); DELETE FROM MSTCLASS; --";
+}
+
+void TestFrmClass::rename()
+{
+    QFETCH(QString, newName);
+    TestEnvironment env;
+    addThree(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    classList(dialog)->setCurrentRow(1); // 仕事, ID 1
+    const auto script = typeInEditor(dialog, "ComUpdate", newName);
+    QCOMPARE(script->title, QStringLiteral("分類 - 編集"));
+    QCOMPARE(script->initialText, QStringLiteral("仕事"));
+    QCOMPARE(classList(dialog)->item(1)->text(), newName);
+    // Nothing is written before OK.
+    QCOMPARE(env.scalar(QStringLiteral("SELECT COUNT(*) AS V FROM MSTCLASS WHERE CLASS = '仕事'")), 1);
+    button(&dialog, "ComOk")->click();
+    QCOMPARE(classRows(env.db()), QStringList({"1:" + newName + ":2", "2:家庭:3", "5:趣味:1"}));
+}
+
+void TestFrmClass::move_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("buttonName");
+    QTest::addColumn<QStringList>("order");
+    QTest::addColumn<int>("selectedAfter");
+    QTest::newRow("third up") << 2 << "ComUp" << QStringList({"趣味", "家庭", "仕事"}) << 1;
+    QTest::newRow("first down") << 0 << "ComDn" << QStringList({"仕事", "趣味", "家庭"}) << 1;
+    QTest::newRow("first up stays") << 0 << "ComUp" << QStringList({"趣味", "仕事", "家庭"}) << 0;
+    QTest::newRow("last down stays") << 2 << "ComDn" << QStringList({"趣味", "仕事", "家庭"}) << 2;
+}
+
+void TestFrmClass::move()
+{
+    QFETCH(int, row);
+    QFETCH(QString, buttonName);
+    QFETCH(QStringList, order);
+    QFETCH(int, selectedAfter);
+    TestEnvironment env;
+    addThree(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    classList(dialog)->setCurrentRow(row);
+    const QString moved = classList(dialog)->item(row)->text();
+    button(&dialog, qPrintable(buttonName))->click();
+    QCOMPARE(lineTexts(classList(dialog)), order);
+    QCOMPARE(classList(dialog)->currentRow(), selectedAfter);
+    QCOMPARE(classList(dialog)->currentItem()->text(), moved);
+    QVERIFY(env.prompter.shown.isEmpty());
+
+    button(&dialog, "ComOk")->click();
+    QStringList stored;
+    for (const Row& r : env.db().ReadRows(QStringLiteral("SELECT * FROM MSTCLASS ORDER BY SORTKEY")))
+        stored << r.text(QStringLiteral("CLASS"));
+    QCOMPARE(stored, order);
+    QCOMPARE(env.scalar(QStringLiteral("SELECT MAX(SORTKEY) AS V FROM MSTCLASS")), 3);
+    QCOMPARE(env.scalar(QStringLiteral("SELECT MIN(SORTKEY) AS V FROM MSTCLASS")), 1);
+}
+
+void TestFrmClass::deleteUnused()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    addEntry(env.db(), 1, QStringLiteral("1"), 5); // uses 趣味, not 仕事
+    FrmClass dialog(env.services);
+    dialog.show();
+    classList(dialog)->setCurrentRow(1); // 仕事, ID 1
+    button(&dialog, "ComDelete")->click();
+    QCOMPARE(env.prompter.shown.size(), 1);
+    const Prompt& question = env.prompter.shown.front();
+    QCOMPARE(question.text, QStringLiteral("削除してよろしいですか？"));
+    QCOMPARE(question.icon, PromptIcon::Question);
+    QCOMPARE(question.buttons, PromptButtons::OkCancel);
+    QCOMPARE(question.defaultAnswer, PromptAnswer::Cancel);
+    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "家庭"}));
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 1")), 0);
+    button(&dialog, "ComOk")->click();
+    QCOMPARE(classRows(env.db()), QStringList({"2:家庭:2", "5:趣味:1"}));
+}
+
+void TestFrmClass::deleteAnsweredCancel()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
+    FrmClass dialog(env.services);
+    dialog.show();
+    classList(dialog)->setCurrentRow(0);
+    env.prompter.answers.push_back(PromptAnswer::Cancel);
+    button(&dialog, "ComDelete")->click();
+    QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？"}));
+    QCOMPARE(classList(dialog)->count(), 3);
+    QVERIFY(log.lines().isEmpty());
+}
+
+void TestFrmClass::deleteInUseRefused_data()
+{
+    QTest::addColumn<QString>("data");
+    QTest::newRow("used by a schedule") << "1";
+    QTest::newRow("used by a task") << "2";
+}
+
+void TestFrmClass::deleteInUseRefused()
+{
+    QFETCH(QString, data);
+    TestEnvironment env;
+    addThree(env.db());
+    addEntry(env.db(), 7, data, 2);
+    FrmClass dialog(env.services);
+    dialog.show();
+    classList(dialog)->setCurrentRow(2); // 家庭, ID 2
+    button(&dialog, "ComDelete")->click();
+    QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？", "使用されているため削除できません"}));
+    QCOMPARE(env.prompter.shown.at(1).icon, PromptIcon::Warning);
+    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QVERIFY(dialog.isVisible());
+    button(&dialog, "ComOk")->click();
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 2")), 1);
+}
+
+void TestFrmClass::nothingSelectedChangesNothing_data()
+{
+    QTest::addColumn<QString>("buttonName");
+    QTest::newRow("edit") << "ComUpdate";
+    QTest::newRow("delete") << "ComDelete";
+    QTest::newRow("up") << "ComUp";
+    QTest::newRow("down") << "ComDn";
+}
+
+void TestFrmClass::nothingSelectedChangesNothing()
+{
+    QFETCH(QString, buttonName);
+    TestEnvironment env;
+    addThree(env.db());
+    WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
+    FrmClass dialog(env.services);
+    dialog.show();
+    auto script = std::make_shared<EditScript>();
+    script->typed = QStringLiteral("変更");
+    armEdit(script);
+    button(&dialog, qPrintable(buttonName))->click();
+    settle();
+    QVERIFY(!script->opened);
+    QVERIFY(env.prompter.shown.isEmpty());
+    QVERIFY(log.lines().isEmpty());
+    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QVERIFY(classList(dialog)->selectedItems().isEmpty());
+}
+
+void TestFrmClass::closingWithoutOkUndoesEverything_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("cancel button") << "cancel";
+    QTest::newRow("close box") << "close";
+    QTest::newRow("escape") << "escape";
+}
+
+void TestFrmClass::closingWithoutOkUndoesEverything()
+{
+    QFETCH(QString, how);
+    TestEnvironment env;
+    addThree(env.db());
+    const QStringList before = classRows(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    typeInEditor(dialog, "ComInsert", QStringLiteral("新しい分類"));
+    classList(dialog)->setCurrentRow(0);
+    button(&dialog, "ComDelete")->click();
+    classList(dialog)->setCurrentRow(0);
+    typeInEditor(dialog, "ComUpdate", QStringLiteral("改名"));
+    button(&dialog, "ComDn")->click();
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3); // one in, one out, so far
+
+    if (how == QLatin1String("cancel"))
+        button(&dialog, "ComCancel")->click();
+    else if (how == QLatin1String("close"))
+        dialog.close();
+    else
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(classRows(env.db()), before);
+}
+
+void TestFrmClass::destroyedOpenRollsBack()
+{
+    TestEnvironment env;
+    {
+        FrmClass dialog(env.services);
+        dialog.show();
+        typeInEditor(dialog, "ComInsert", QStringLiteral("消える"));
+        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 1);
+    }
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
+}
+
+void TestFrmClass::insideOuterTransaction_data()
+{
+    QTest::addColumn<bool>("pressOk");
+    QTest::newRow("ok") << true;
+    QTest::newRow("cancel") << false;
+}
+
+void TestFrmClass::insideOuterTransaction()
+{
+    QFETCH(bool, pressOk);
+    TestEnvironment env;
+    DatabaseConnection& db = env.db();
+    db.BeginTrans(); // another dialog is already holding a transaction
+    addClass(db, 1, QStringLiteral("外側"), 1);
+    {
+        FrmClass dialog(env.services);
+        dialog.show();
+        QCOMPARE(db.transactionDepth(), 2);
+        typeInEditor(dialog, "ComInsert", QStringLiteral("内側"));
+        button(&dialog, pressOk ? "ComOk" : "ComCancel")->click();
+        QCOMPARE(db.transactionDepth(), 1);
+    }
+    QCOMPARE(db.transactionDepth(), 1);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '外側'")), 1);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '内側'")), pressOk ? 1 : 0);
+    db.RollbackTrans();
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
+}
+
+void TestFrmClass::databaseFailureKeepsDialogOpen()
+{
+    TestEnvironment env;
+    addThree(env.db());
+    FrmClass dialog(env.services);
+    dialog.show();
+    typeInEditor(dialog, "ComInsert", QStringLiteral("残る"));
+    // The entries table vanishes inside the dialog's transaction: the in-use check fails.
+    env.db().ExecuteSql(QStringLiteral("DROP TABLE TRNSCHTSK"));
+    classList(dialog)->setCurrentRow(1);
+    button(&dialog, "ComDelete")->click();
+    QCOMPARE(env.prompter.shown.size(), 2);
+    const Prompt& failure = env.prompter.shown.at(1);
+    QCOMPARE(failure.icon, PromptIcon::Critical);
+    QVERIFY2(failure.text.contains(QStringLiteral("TRNSCHTSK")), qPrintable(failure.text));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(env.db().transactionDepth(), 1);
+    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭", "残る"}));
+    // The dialog's own work so far is still there and still undoable.
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '残る'")), 1);
+    button(&dialog, "ComCancel")->click();
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0); // the table is back
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3);
+}
+
+void TestFrmClass::loadFailureLeavesOnlyCancel()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("DROP TABLE MSTCLASS"));
+    FrmClass dialog(env.services);
+    dialog.show();
+    QCOMPARE(env.prompter.shown.size(), 1);
+    QVERIFY(env.prompter.shown.front().text.contains(QStringLiteral("MSTCLASS")));
+    QCOMPARE(env.db().transactionDepth(), 0);
+    for (const char* name : {"ComInsert", "ComUpdate", "ComDelete", "ComUp", "ComDn", "ComOk"})
+        QVERIFY2(!button(&dialog, name)->isEnabled(), name);
+    button(&dialog, "ComCancel")->click();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(env.db().transactionDepth(), 0);
+}

@@ -1,0 +1,210 @@
+#include "TestFrmPriority.h"
+
+#include "MastersTestKit.h"
+#include "masters/FrmPriority.h"
+#include "support/FakeServices.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+QListWidget* priorityList(FrmPriority& dialog)
+{
+    return control<QListWidget>(&dialog, "LstPriority");
+}
+
+std::shared_ptr<EditScript> renameLine(FrmPriority& dialog, int row, const QString& name, bool pressOk = true)
+{
+    priorityList(dialog)->setCurrentRow(row);
+    auto script = std::make_shared<EditScript>();
+    script->typed = name;
+    script->pressOk = pressOk;
+    armEdit(script);
+    button(&dialog, "ComUpdate")->click();
+    settle();
+    return script;
+}
+
+const QStringList StartingNames = {"高", "中", "低"};
+} // namespace
+
+void TestFrmPriority::loadsInNumberOrder()
+{
+    TestEnvironment env;
+    // Stored out of order on purpose: the list follows DATAN1.
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 100 AND DATAN1 = 1"));
+    FrmPriority dialog(env.services);
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("優先度"));
+    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"中", "低", "高"}));
+    QCOMPARE(lineIds(priorityList(dialog)), QList<qint64>({2, 3, 9}));
+    QCOMPARE(env.db().transactionDepth(), 1);
+    QVERIFY(!dialog.PriorityChanged());
+}
+
+void TestFrmPriority::renameThenOk_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("stored");
+    QTest::newRow("japanese") << 0 << "最優先" << QStringList({"最優先", "中", "低"});
+    QTest::newRow("apostrophe") << 1 << "don't care" << QStringList({"高", "don't care", "低"});
+    QTest::newRow("statement-like") << 2 << "x' WHERE 1=1; --" << QStringList({"高", "中", "x' WHERE 1=1; --"});
+}
+
+void TestFrmPriority::renameThenOk()
+{
+    QFETCH(int, row);
+    QFETCH(QString, name);
+    QFETCH(QStringList, stored);
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    const auto script = renameLine(dialog, row, name);
+    QVERIFY(script->opened);
+    QCOMPARE(script->title, QStringLiteral("優先度 - 編集"));
+    QCOMPARE(script->initialText, StartingNames.at(row));
+    QCOMPARE(priorityNames(env.db()), StartingNames); // not written before OK
+    button(&dialog, "ComOK")->click();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QVERIFY(dialog.PriorityChanged());
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(priorityNames(env.db()), stored);
+    // The default mark and the numbers are not the dialog's to change.
+    QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 100 AND DATAN2 = 1")), 2);
+}
+
+void TestFrmPriority::okWithoutRenameRewritesEveryRow()
+{
+    TestEnvironment env;
+    WriteLog log(env.db(), QStringLiteral("TRNGENERAL"), QStringLiteral("DATAN1"));
+    FrmPriority dialog(env.services);
+    dialog.show();
+    button(&dialog, "ComOK")->click();
+    QVERIFY(dialog.PriorityChanged());
+    QCOMPARE(log.lines(), QStringList({"UPDATE 1", "UPDATE 2", "UPDATE 3"}));
+    QCOMPARE(priorityNames(env.db()), StartingNames);
+}
+
+void TestFrmPriority::closingWithoutOkDiscardsRenames_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("cancel button") << "cancel";
+    QTest::newRow("close box") << "close";
+    QTest::newRow("escape") << "escape";
+}
+
+void TestFrmPriority::closingWithoutOkDiscardsRenames()
+{
+    QFETCH(QString, how);
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    renameLine(dialog, 0, QStringLiteral("至急"));
+    renameLine(dialog, 2, QStringLiteral("いつでも"));
+    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"至急", "中", "いつでも"}));
+    if (how == QLatin1String("cancel"))
+        button(&dialog, "ComCancel")->click();
+    else if (how == QLatin1String("close"))
+        dialog.close();
+    else
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    QVERIFY(!dialog.PriorityChanged());
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(priorityNames(env.db()), StartingNames);
+}
+
+void TestFrmPriority::editorCancelKeepsName()
+{
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    const auto script = renameLine(dialog, 1, QStringLiteral("捨てる"), false);
+    QVERIFY(script->opened);
+    QCOMPARE(lineTexts(priorityList(dialog)), StartingNames);
+}
+
+void TestFrmPriority::doubleClickEdits()
+{
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    QListWidget* list = priorityList(dialog);
+    list->setCurrentRow(2);
+    auto script = std::make_shared<EditScript>();
+    script->typed = QStringLiteral("後回し");
+    armEdit(script);
+    emit list->itemDoubleClicked(list->item(2));
+    settle();
+    QVERIFY(script->opened);
+    QCOMPARE(list->item(2)->text(), QStringLiteral("後回し"));
+}
+
+void TestFrmPriority::nothingSelectedChangesNothing()
+{
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    auto script = std::make_shared<EditScript>();
+    script->typed = QStringLiteral("変更");
+    armEdit(script);
+    button(&dialog, "ComUpdate")->click();
+    settle();
+    QVERIFY(!script->opened);
+    QVERIFY(env.prompter.shown.isEmpty());
+    QCOMPARE(lineTexts(priorityList(dialog)), StartingNames);
+}
+
+void TestFrmPriority::insideOuterTransaction_data()
+{
+    QTest::addColumn<bool>("pressOk");
+    QTest::newRow("ok") << true;
+    QTest::newRow("cancel") << false;
+}
+
+void TestFrmPriority::insideOuterTransaction()
+{
+    QFETCH(bool, pressOk);
+    TestEnvironment env;
+    DatabaseConnection& db = env.db();
+    db.BeginTrans();
+    addClass(db, 1, QStringLiteral("外側"), 1);
+    {
+        FrmPriority dialog(env.services);
+        dialog.show();
+        QCOMPARE(db.transactionDepth(), 2);
+        renameLine(dialog, 0, QStringLiteral("内側"));
+        button(&dialog, pressOk ? "ComOK" : "ComCancel")->click();
+        QCOMPARE(db.transactionDepth(), 1);
+    }
+    QCOMPARE(db.transactionDepth(), 1);
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 1);
+    QCOMPARE(priorityNames(db).first(), pressOk ? QStringLiteral("内側") : QStringLiteral("高"));
+    db.RollbackTrans();
+    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
+    QCOMPARE(priorityNames(db), StartingNames);
+}
+
+void TestFrmPriority::databaseFailureKeepsDialogOpen()
+{
+    TestEnvironment env;
+    FrmPriority dialog(env.services);
+    dialog.show();
+    renameLine(dialog, 1, QStringLiteral("普通"));
+    env.db().ExecuteSql(QStringLiteral("ALTER TABLE TRNGENERAL RENAME TO GONE"));
+    button(&dialog, "ComOK")->click();
+    QCOMPARE(env.prompter.shown.size(), 1);
+    QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
+    QVERIFY2(env.prompter.shown.front().text.contains(QStringLiteral("TRNGENERAL")),
+             qPrintable(env.prompter.shown.front().text));
+    QVERIFY(dialog.isVisible());
+    QVERIFY(!dialog.PriorityChanged());
+    QCOMPARE(env.db().transactionDepth(), 1);
+    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"高", "普通", "低"}));
+    button(&dialog, "ComCancel")->click();
+    QCOMPARE(env.db().transactionDepth(), 0);
+    QCOMPARE(priorityNames(env.db()), StartingNames);
+}
