@@ -5,7 +5,7 @@ set -euo pipefail
 
 VERDALY_PACKAGES=(
     cmake g++ pkg-config
-    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite
+    qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libsqlite3-dev
     qt6-multimedia-dev
     libxcb1-dev libxcb-keysyms1-dev
     fonts-ipafont-gothic

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QDate>
 #include <QWidget>
 
 #include <array>
@@ -97,6 +98,19 @@ private:
     std::array<int, PanelRows> m_panelEntryId{};
     std::array<QString, PanelRows> m_panelEntryData{};
     QColor m_labelForeColor;
+    // What the panel shows now: a refresh for the same day over unchanged data is skipped
+    // (turning a page refreshes the panel once from the month and once from the day).
+    struct PanelKey
+    {
+        QString connection;
+        quint64 generation = 0;
+        QDate day;
+        bool operator==(const PanelKey& other) const
+        {
+            return connection == other.connection && generation == other.generation && day == other.day;
+        }
+    };
+    PanelKey m_panelShown;
 
     bool m_loading = false;
     UnloadMode m_pendingMode = UnloadMode::FormControlMenu;

@@ -73,7 +73,12 @@ void FrmMain::MarkDayOffs()
 void FrmMain::RefreshDayPanel()
 {
     const QDate day = m_calendar->CurrentDate();
-    const Rows entries = m_app.db().ReadRows(DayQuerySql(day));
+    DatabaseConnection& db = m_app.db();
+    const PanelKey key{db.connectionId(), db.writeGeneration(), day};
+    if (key == m_panelShown && !key.connection.isEmpty())
+        return;
+    m_panelShown = PanelKey{};
+    const Rows entries = db.ReadRows(DayQuerySql(day));
 
     LabMore->hide();
     for (size_t i = 0; i < PanelRows; ++i) {
@@ -98,6 +103,7 @@ void FrmMain::RefreshDayPanel()
         ++n;
     }
     setWindowTitle(DateCaption(day));
+    m_panelShown = key;
 }
 
 void FrmMain::ApplyTransparency()

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+struct sqlite3;
+
 // The program's one connection to its database file. Statements are plain SQL text;
 // a statement the engine refuses throws DatabaseError.
 //
@@ -45,14 +47,22 @@ public:
 
     void Close();
 
+    // Identifies the data as this connection last saw it: the pair changes whenever a
+    // statement or a rollback may have changed anything, and differs between connections,
+    // so a reader may keep what it built from the same pair.
+    const QString& connectionId() const { return m_connectionName; }
+    quint64 writeGeneration() const { return m_writeGeneration; }
+
 private:
     void execControl(const QString& sql);
+    sqlite3* nativeHandle() const;
 
     QString m_path;
     QString m_connectionName;
     QString m_openError;
     bool m_open = false;
     int m_depth = 0;
+    quint64 m_writeGeneration = 0;
 };
 
 // Opens the database at path. An empty path answers nullptr; a file that cannot be

@@ -51,6 +51,7 @@ private slots:
     void panelRows_data();
     void panelRows();
     void monthSwitchMarks();
+    void panelFollowsEveryChange();
     void dayOffsOfLeapDays_data();
     void dayOffsOfLeapDays();
     void designSettings();
@@ -201,6 +202,39 @@ void TestMainWindow::monthSwitchMarks()
     QVERIFY(!calendar->isEntryDay(QDate(2026, 12, 16)));
     QVERIFY(!calendar->isDayOff(QDate(2026, 12, 24)));
     QVERIFY(env.prompter.shown.isEmpty());
+}
+
+void TestMainWindow::panelFollowsEveryChange()
+{
+    TestEnvironment env;
+    FrmMain main(env.services);
+    main.calendar()->setCurrentDate(QDate(2026, 11, 10));
+    main.RefreshDayPanel();
+    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QString());
+
+    // A write is seen by the next refresh of the same day.
+    AddEntry(env.db(), 1, QStringLiteral("1"), QStringLiteral("追加"), QStringLiteral("20261110"), QString(),
+             QStringLiteral("20261110"), QString());
+    main.RefreshDayPanel();
+    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+
+    // So is a rollback that takes a change back.
+    env.db().BeginTrans();
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '変更' WHERE ID = 1"));
+    main.RefreshDayPanel();
+    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
+    env.db().RollbackTrans();
+    main.RefreshDayPanel();
+    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+
+    // And a database opened anew (as after a restore) is read again, whatever it holds.
+    env.services.connection.reset();
+    env.open();
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '復元' WHERE ID = 1"));
+    env.services.connection.reset();
+    env.open();
+    main.RefreshDayPanel();
+    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 }
 
 void TestMainWindow::dayOffsOfLeapDays_data()
