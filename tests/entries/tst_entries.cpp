@@ -1,4 +1,7 @@
+#include "TestEditorParts.h"
 #include "TestEntryKinds.h"
+#include "TestScheduleEditor.h"
+#include "TestTaskEditor.h"
 
 #include <QApplication>
 #include <QtTest>
@@ -7,11 +10,22 @@
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    app.setAttribute(Qt::AA_Use96Dpi, true);
     int failures = 0;
     {
         TestEntryKinds kinds;
         failures += QTest::qExec(&kinds, argc, argv);
+    }
+    {
+        TestEditorParts parts;
+        failures += QTest::qExec(&parts, argc, argv);
+    }
+    {
+        TestScheduleEditor schedule;
+        failures += QTest::qExec(&schedule, argc, argv);
+    }
+    {
+        TestTaskEditor task;
+        failures += QTest::qExec(&task, argc, argv);
     }
     return failures;
 }
