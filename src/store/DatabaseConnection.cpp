@@ -7,9 +7,9 @@
 #include <QAtomicInt>
 #include <QFileInfo>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QSqlDriver>
 #include <QSqlRecord>
 
 #include <sqlite3.h>
@@ -84,8 +84,8 @@ Rows DatabaseConnection::ReadRows(const QString& sql)
     if (!m_open)
         throw DatabaseError(QStringLiteral("データベースが開かれていません。"), sql);
     // Reads go straight to the engine on the driver's own connection: the month grid reads
-    // every column of a thousand rows at a time, and taking each value as stored is several
-    // times cheaper than the driver's generic conversions.
+    // every column of a thousand rows at a time, and keeping each value as stored is several
+    // times cheaper than the driver's conversion of every value into a QVariant.
     sqlite3* handle = nativeHandle();
     sqlite3_stmt* stmt = nullptr;
     const QByteArray utf8 = statement.toUtf8();
@@ -102,28 +102,26 @@ Rows DatabaseConnection::ReadRows(const QString& sql)
     Rows rows;
     int rc = SQLITE_ROW;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-        QVector<QVariant> values(count);
+        Row& row = rows.emplace_back(columns, count);
         for (int i = 0; i < count; ++i) {
             switch (sqlite3_column_type(stmt, i)) {
             case SQLITE_INTEGER:
-                values[i] = QVariant(static_cast<qlonglong>(sqlite3_column_int64(stmt, i)));
+                row.setInteger(i, sqlite3_column_int64(stmt, i));
                 break;
             case SQLITE_FLOAT:
-                values[i] = QVariant(sqlite3_column_double(stmt, i));
+                row.setReal(i, sqlite3_column_double(stmt, i));
                 break;
             case SQLITE_TEXT:
-                values[i] = QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)),
-                                                       sqlite3_column_bytes(stmt, i)));
+                row.setText(i, reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)),
+                            sqlite3_column_bytes(stmt, i));
                 break;
             case SQLITE_BLOB:
-                values[i] = QVariant(QByteArray(static_cast<const char*>(sqlite3_column_blob(stmt, i)),
-                                                sqlite3_column_bytes(stmt, i)));
+                row.setBlob(i, static_cast<const char*>(sqlite3_column_blob(stmt, i)), sqlite3_column_bytes(stmt, i));
                 break;
             default:
-                break; // NULL stays a null QVariant
+                break; // NULL
             }
         }
-        rows.emplace_back(columns, std::move(values));
     }
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(handle));
