@@ -62,7 +62,8 @@ void HalvernCalendar::paintArrow(QPainter& painter, const QRect& rect, bool poin
     pen.setJoinStyle(Qt::RoundJoin);
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
-    const double dx = pointsLeft ? size / 2 : -size / 2;
+    // The tip of the chevron is at center + dx: left of the centre for "previous".
+    const double dx = pointsLeft ? -size / 2 : size / 2;
     const QPointF chevron[] = {center + QPointF(-dx, -size), center + QPointF(dx, 0), center + QPointF(-dx, size)};
     painter.drawPolyline(chevron, 3);
     painter.restore();
