@@ -8,8 +8,10 @@ namespace {
 
 void Style(QLabel* label, const QColor& color, bool underline)
 {
+    // The disabled look stays the style's own, so a link that cannot be used shows it.
     QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, color);
+    palette.setColor(QPalette::Active, QPalette::WindowText, color);
+    palette.setColor(QPalette::Inactive, QPalette::WindowText, color);
     label->setPalette(palette);
     QFont font = label->font();
     font.setUnderline(underline);

@@ -304,6 +304,8 @@ void TestEditorParts::linkLabelHoverAndClick()
     QTest::mouseClick(first, Qt::RightButton);
     QCOMPARE(firstClicks, 1);
     first->setEnabled(false);
+    // A link that cannot be used looks disabled, not like one at rest.
+    QVERIFY(first->palette().color(QPalette::Disabled, QPalette::WindowText) != LinkLabelGroup::restColor());
     QTest::mouseClick(first, Qt::LeftButton);
     QCOMPARE(firstClicks, 1);
     QTest::mouseClick(second, Qt::LeftButton); // a link without an action is harmless
