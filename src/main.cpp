@@ -6,6 +6,7 @@
 #include "mainwindow/FrmMain.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
+#include "views/FrmDatePicker.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -29,6 +30,8 @@ int main(int argc, char* argv[])
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    FrmDatePicker datePicker(services);
+    services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {
         prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。"), PromptIcon::Critical);
         return 1;

@@ -7,7 +7,7 @@
 #include "common/Clock.h"
 #include "common/Fonts.h"
 #include "common/UserAction.h"
-#include "mainwindow/LinkLabel.h"
+#include "common/LinkLabel.h"
 #include "shell/SingleInstance.h"
 
 #include <QFrame>

@@ -9,7 +9,7 @@
 #include "common/Units.h"
 #include "entries/EntryKinds.h"
 #include "entries/EntryQueries.h"
-#include "mainwindow/LinkLabel.h"
+#include "common/LinkLabel.h"
 
 #include <QFrame>
 #include <QLabel>

@@ -2,7 +2,7 @@
 #include "common/Units.h"
 #include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
-#include "mainwindow/LinkLabel.h"
+#include "common/LinkLabel.h"
 #include "store/SqlText.h"
 #include "support/FakeServices.h"
 

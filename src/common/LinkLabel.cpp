@@ -1,4 +1,4 @@
-#include "mainwindow/LinkLabel.h"
+#include "common/LinkLabel.h"
 
 #include <QMouseEvent>
 
