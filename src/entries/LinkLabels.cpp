@@ -1,6 +1,7 @@
 #include "entries/LinkLabels.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMouseEvent>
 
@@ -22,7 +23,8 @@ void Style(QLabel* label, const QColor& color, bool underline)
 
 QColor LinkLabelGroup::restColor()
 {
-    return QColor(0x80, 0x80, 0x80);
+    // The desktop's own link colour: grey would read as a disabled caption.
+    return QGuiApplication::palette().color(QPalette::Active, QPalette::Link);
 }
 
 void LinkLabelGroup::add(QLabel* label, std::function<void()> action)

@@ -7,7 +7,7 @@
 
 class QLabel;
 
-// Labels that act as links: grey at rest, underlined in the highlight colour while the
+// Labels that act as links: in the link colour at rest, underlined in the highlight colour while the
 // pointer is over one of them, and a left click runs the link's action.
 class LinkLabelGroup final : public QObject
 {
