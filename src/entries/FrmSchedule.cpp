@@ -22,7 +22,7 @@ constexpr int PickerLeftOffset = 50; // twips right of the date box
 } // namespace
 
 FrmSchedule::FrmSchedule(AppServices& app, ScheduleHandOver& handOver, QWidget* parent)
-    : QDialog(parent), m_app(app), m_handOver(handOver), m_ui(std::make_unique<Ui::FrmSchedule>())
+    : EntryEditorDialog(app, parent), m_handOver(handOver), m_ui(std::make_unique<Ui::FrmSchedule>())
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -48,27 +48,6 @@ FrmSchedule::FrmSchedule(AppServices& app, ScheduleHandOver& handOver, QWidget* 
 }
 
 FrmSchedule::~FrmSchedule() = default;
-
-int FrmSchedule::exec()
-{
-    if (m_closeAtOnce) {
-        setResult(QDialog::Rejected);
-        return QDialog::Rejected;
-    }
-    return QDialog::exec();
-}
-
-void FrmSchedule::showEvent(QShowEvent* event)
-{
-    QDialog::showEvent(event);
-    if (m_closeAtOnce)
-        QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
-}
-
-int FrmSchedule::todayYear() const
-{
-    return m_app.clock ? m_app.clock->today().year() : QDate::currentDate().year();
-}
 
 void FrmSchedule::Form_Load()
 {

@@ -2,7 +2,7 @@
 
 #include "entries/EntryHandOver.h"
 
-#include <QDialog>
+#include "entries/EntryEditorDialog.h"
 
 #include <memory>
 
@@ -17,19 +17,12 @@ class FrmSchedule;
 // row (and a class typed into the class box) in one transaction, and reports back through
 // the hand-over: the saved flag, the row's ID and an optional sticky note.
 // When the row to change no longer exists the dialog closes at once without a word.
-class FrmSchedule final : public QDialog
+class FrmSchedule final : public EntryEditorDialog
 {
     Q_OBJECT
 public:
     FrmSchedule(AppServices& app, ScheduleHandOver& handOver, QWidget* parent = nullptr);
     ~FrmSchedule() override;
-
-    // True when loading found nothing to edit; exec() then answers Rejected at once.
-    bool closedOnLoad() const { return m_closeAtOnce; }
-    int exec() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void Form_Load();
@@ -45,13 +38,10 @@ private:
     bool validate();
     bool save();
     QString postText() const;
-    int todayYear() const;
 
-    AppServices& m_app;
     ScheduleHandOver& m_handOver;
     std::unique_ptr<Ui::FrmSchedule> m_ui;
     LinkLabelGroup* m_links = nullptr;
     // UPDTIME of the row as loaded: the save changes the row only while it is unchanged.
     QString m_loadedUpdTime;
-    bool m_closeAtOnce = false;
 };

@@ -23,7 +23,7 @@ const QString PrioritySql = QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE 
 } // namespace
 
 FrmTask::FrmTask(AppServices& app, TaskHandOver& handOver, QWidget* parent)
-    : QDialog(parent), m_app(app), m_handOver(handOver), m_ui(std::make_unique<Ui::FrmTask>())
+    : EntryEditorDialog(app, parent), m_handOver(handOver), m_ui(std::make_unique<Ui::FrmTask>())
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -50,27 +50,6 @@ FrmTask::FrmTask(AppServices& app, TaskHandOver& handOver, QWidget* parent)
 }
 
 FrmTask::~FrmTask() = default;
-
-int FrmTask::exec()
-{
-    if (m_closeAtOnce) {
-        setResult(QDialog::Rejected);
-        return QDialog::Rejected;
-    }
-    return QDialog::exec();
-}
-
-void FrmTask::showEvent(QShowEvent* event)
-{
-    QDialog::showEvent(event);
-    if (m_closeAtOnce)
-        QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
-}
-
-int FrmTask::todayYear() const
-{
-    return m_app.clock ? m_app.clock->today().year() : QDate::currentDate().year();
-}
 
 void FrmTask::fillPriorities()
 {

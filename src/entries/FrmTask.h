@@ -2,7 +2,7 @@
 
 #include "entries/EntryHandOver.h"
 
-#include <QDialog>
+#include "entries/EntryEditorDialog.h"
 
 #include <memory>
 
@@ -17,19 +17,12 @@ class FrmTask;
 // mark with its date. Each statement of a save stands on its own (no transaction).
 // Reports back through the hand-over like the schedule editor; a row that vanished
 // closes the dialog at once without a word.
-class FrmTask final : public QDialog
+class FrmTask final : public EntryEditorDialog
 {
     Q_OBJECT
 public:
     FrmTask(AppServices& app, TaskHandOver& handOver, QWidget* parent = nullptr);
     ~FrmTask() override;
-
-    // True when loading found nothing to edit; exec() then answers Rejected at once.
-    bool closedOnLoad() const { return m_closeAtOnce; }
-    int exec() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void Form_Load();
@@ -48,14 +41,11 @@ private:
     bool validate();
     bool save();
     QString postText() const;
-    int todayYear() const;
 
-    AppServices& m_app;
     TaskHandOver& m_handOver;
     std::unique_ptr<Ui::FrmTask> m_ui;
     LinkLabelGroup* m_links = nullptr;
     QString m_loadedUpdTime;
     // Kept when the stored priority is no longer offered, so a save does not change it.
     qint64 m_loadedPriority = 0;
-    bool m_closeAtOnce = false;
 };
