@@ -1,5 +1,6 @@
 #include "entries/ClassCombo.h"
 
+#include "masters/ClassRows.h"
 #include "store/DatabaseConnection.h"
 #include "store/SqlText.h"
 
@@ -34,14 +35,7 @@ qint64 EnsureClassFromCombo(DatabaseConnection& db, QComboBox* combo)
             }
         }
         if (found < 0) {
-            const Rows rows = db.ReadRows(QStringLiteral("SELECT MAX(ID) AS MAXID FROM MSTCLASS"));
-            qint64 id = 1;
-            if (!rows.empty() && !rows.front().isNull(QStringLiteral("MAXID")))
-                id = rows.front().number(QStringLiteral("MAXID")) + 1;
-            db.ExecuteSql(QStringLiteral("INSERT INTO MSTCLASS ") + QStringLiteral("(") + QStringLiteral("ID,") +
-                          QStringLiteral("CLASS, ") + QStringLiteral("SORTKEY ") + QStringLiteral(") VALUES ( ") +
-                          QString::number(id) + QStringLiteral(", ") + QuoteText(name) + QStringLiteral(", ") +
-                          QStringLiteral("0 ) "));
+            const qint64 id = InsertNewClass(db, name);
             combo->addItem(name, id);
             found = combo->count() - 1;
         }

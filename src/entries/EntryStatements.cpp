@@ -11,11 +11,6 @@ QString Number(qint64 value)
 
 } // namespace
 
-QString MaxEntryIdSql()
-{
-    return QStringLiteral("SELECT MAX(ID) AS MAXID FROM TRNSCHTSK");
-}
-
 QString EntryInsertSql(const EntryValues& v, const QDateTime& now)
 {
     const QString columns = QStringLiteral(

@@ -25,9 +25,6 @@ struct EntryValues
     QString COMMENT;
 };
 
-// The next ID of TRNSCHTSK.
-QString MaxEntryIdSql();
-
 // A new row with every column given; UPDTIME is now.
 QString EntryInsertSql(const EntryValues& values, const QDateTime& now);
 

@@ -10,6 +10,7 @@
 #include "entries/LinkLabels.h"
 #include "entries/TypedDateTime.h"
 #include "masters/FrmClass.h"
+#include "store/NewId.h"
 #include "store/SqlText.h"
 #include "ui_FrmSchedule.h"
 
@@ -209,10 +210,7 @@ bool FrmSchedule::save()
         db.BeginTrans();
         values.CLASS = EnsureClassFromCombo(db, m_ui->CmbBunrui);
         if (adding) {
-            const Rows rows = db.ReadRows(MaxEntryIdSql());
-            newId = 1;
-            if (!rows.empty() && !rows.front().isNull(QStringLiteral("MAXID")))
-                newId = rows.front().number(QStringLiteral("MAXID")) + 1;
+            newId = NextId(db, QStringLiteral("TRNSCHTSK"));
             values.ID = newId;
             db.ExecuteSql(EntryInsertSql(values, now));
         } else {

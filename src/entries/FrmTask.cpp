@@ -11,6 +11,7 @@
 #include "entries/TypedDateTime.h"
 #include "masters/FrmClass.h"
 #include "masters/FrmPriority.h"
+#include "store/NewId.h"
 #include "store/SqlText.h"
 #include "ui_FrmTask.h"
 
@@ -235,10 +236,7 @@ bool FrmTask::save()
         const QDateTime now = m_app.clock->now();
         values.CLASS = EnsureClassFromCombo(db, m_ui->CmbBunrui);
         if (adding) {
-            const Rows rows = db.ReadRows(MaxEntryIdSql());
-            newId = 1;
-            if (!rows.empty() && !rows.front().isNull(QStringLiteral("MAXID")))
-                newId = rows.front().number(QStringLiteral("MAXID")) + 1;
+            newId = NextId(db, QStringLiteral("TRNSCHTSK"));
             values.ID = newId;
             db.ExecuteSql(EntryInsertSql(values, now));
         } else {

@@ -3,6 +3,7 @@
 #include "common/AppServices.h"
 #include "common/Prompter.h"
 #include "common/UserAction.h"
+#include "masters/ClassRows.h"
 #include "masters/FrmEdit.h"
 #include "store/SqlText.h"
 #include "ui_FrmClass.h"
@@ -75,14 +76,7 @@ void FrmClass::ComInsert_Click()
     const QString name = handOver.EditText;
     RunUserAction(m_app, this, [this, &name] {
         DatabaseConnection& db = m_app.db();
-        const Rows rows = db.ReadRows(QStringLiteral("SELECT MAX(ID) AS MAXID FROM MSTCLASS"));
-        qint64 id = 1;
-        if (!rows.empty() && !rows.front().isNull(QStringLiteral("MAXID")))
-            id = rows.front().number(QStringLiteral("MAXID")) + 1;
-        db.ExecuteSql(QStringLiteral("INSERT INTO MSTCLASS ") + QStringLiteral("(") + QStringLiteral("ID,") +
-                      QStringLiteral("CLASS, ") + QStringLiteral("SORTKEY ") + QStringLiteral(") VALUES ( ") +
-                      QString::number(id) + QStringLiteral(", ") + QuoteText(name) + QStringLiteral(", ") +
-                      QStringLiteral("0 ) "));
+        const qint64 id = InsertNewClass(db, name);
         auto* item = new QListWidgetItem(name, m_ui->LstClass);
         item->setData(Qt::UserRole, id);
         m_ui->LstClass->setCurrentItem(item);
