@@ -2,6 +2,12 @@
 
 #include "common/AppServices.h"
 #include "common/Clock.h"
+#include "common/UserAction.h"
+#include "entries/ClassCombo.h"
+#include "masters/FrmClass.h"
+#include "store/SqlText.h"
+
+#include <QComboBox>
 
 #include <QMetaObject>
 
@@ -26,4 +32,22 @@ void EntryEditorDialog::showEvent(QShowEvent* event)
 int EntryEditorDialog::todayYear() const
 {
     return m_app.clock->today().year();
+}
+
+void EntryEditorDialog::EditClasses(QComboBox* classBox)
+{
+    FrmClass editor(m_app, this);
+    if (editor.exec() != QDialog::Accepted)
+        return;
+    const int index = classBox->currentIndex();
+    const bool selected = index >= 0 && classBox->itemText(index) == classBox->currentText();
+    const qint64 selectedId = selected ? classBox->itemData(index).toLongLong() : -1;
+    const QString typed = classBox->currentText();
+    RunUserAction(m_app, this, [this, classBox] {
+        FillClassCombo(m_app.db(), classBox, QStringLiteral("SELECT * ") + QStringLiteral("FROM MSTCLASS "));
+    });
+    if (selected)
+        SelectComboByItemData(classBox, selectedId);
+    else
+        classBox->setEditText(typed);
 }

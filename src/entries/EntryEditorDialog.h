@@ -7,6 +7,8 @@ struct AppServices;
 // What the schedule and task editors share as dialogs: an editor whose row vanished
 // before it opened closes at once without a word, and typed dates without a year take
 // this year from the program's clock.
+class QComboBox;
+
 class EntryEditorDialog : public QDialog
 {
     Q_OBJECT
@@ -19,6 +21,9 @@ protected:
     EntryEditorDialog(AppServices& app, QWidget* parent);
     void showEvent(QShowEvent* event) override;
     int todayYear() const;
+    // The class editor from the class link, then the class box filled anew; the chosen
+    // class (or the typed name) stays when it still exists.
+    void EditClasses(QComboBox* classBox);
 
     AppServices& m_app;
     bool m_closeAtOnce = false;

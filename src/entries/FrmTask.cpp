@@ -156,20 +156,7 @@ void FrmTask::LabEnd_Click()
 
 void FrmTask::LabClass_Click()
 {
-    FrmClass editor(m_app, this);
-    if (editor.exec() != QDialog::Accepted)
-        return;
-    const int index = m_ui->CmbBunrui->currentIndex();
-    const bool selected = index >= 0 && m_ui->CmbBunrui->itemText(index) == m_ui->CmbBunrui->currentText();
-    const qint64 selectedId = selected ? m_ui->CmbBunrui->itemData(index).toLongLong() : -1;
-    const QString typed = m_ui->CmbBunrui->currentText();
-    RunUserAction(m_app, this, [this] {
-        FillClassCombo(m_app.db(), m_ui->CmbBunrui, QStringLiteral("SELECT * ") + QStringLiteral("FROM MSTCLASS "));
-    });
-    if (selected)
-        SelectComboByItemData(m_ui->CmbBunrui, selectedId);
-    else
-        m_ui->CmbBunrui->setEditText(typed);
+    EditClasses(m_ui->CmbBunrui);
 }
 
 void FrmTask::LabPriority_Click()
