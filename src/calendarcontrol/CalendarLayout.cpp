@@ -73,11 +73,11 @@ QStringList WeekdayNames(const QString& sundayText)
     QStringList names;
     const QString style = sundayText.trimmed();
     for (int i = 0; i < 7; ++i) {
-        if (style == QLatin1String("(日)"))
+        if (style == QStringLiteral("(日)"))
             names << QLatin1Char('(') + kanji.at(i) + QLatin1Char(')');
-        else if (style == QLatin1String("日曜"))
+        else if (style == QStringLiteral("日曜"))
             names << kanji.at(i) + QStringLiteral("曜");
-        else if (style == QLatin1String("日曜日"))
+        else if (style == QStringLiteral("日曜日"))
             names << kanji.at(i) + QStringLiteral("曜日");
         else if (style == QLatin1String("Sun"))
             names << english.at(i);

@@ -1,0 +1,781 @@
+#include "calendarcontrol/CalendarDesign.h"
+#include "calendarcontrol/HalvernCalendar.h"
+#include "store/SqlText.h"
+#include "support/FakeServices.h"
+
+#include <QImage>
+#include <QSignalSpy>
+#include <QWheelEvent>
+#include <QtTest>
+
+namespace {
+
+const QDate Nov15(2026, 11, 15);
+
+// Every signal of the calendar in the order it came, with what the calendar showed then.
+struct SignalLog
+{
+    QStringList events;
+
+    explicit SignalLog(HalvernCalendar& calendar)
+    {
+        QObject::connect(&calendar, &HalvernCalendar::monthChanged, &calendar, [this, &calendar](int year, int month) {
+            events << QStringLiteral("month %1/%2 grid %3")
+                          .arg(year)
+                          .arg(month)
+                          .arg(calendar.FirstShownDate().toString(Qt::ISODate));
+        });
+        QObject::connect(&calendar, &HalvernCalendar::dateChanged, &calendar,
+                         [this](const QDate& date) { events << QStringLiteral("date ") + date.toString(Qt::ISODate); });
+    }
+};
+
+// Qt numbers Monday 1 ... Sunday 7; the calendar numbers Sunday 1 ... Saturday 7.
+int QtDayOfWeek(int firstDayOfWeek)
+{
+    return firstDayOfWeek == 1 ? 7 : firstDayOfWeek - 1;
+}
+
+void SendWheel(HalvernCalendar& calendar, int delta)
+{
+    const QPointF at(calendar.width() / 2.0, calendar.height() / 2.0);
+    QWheelEvent event(at, calendar.mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&calendar, &event);
+}
+
+QRgb PixelAt(const QImage& image, const QPoint& point)
+{
+    return image.pixelColor(point).rgb();
+}
+
+// A point inside the cell well left of the centred digits and clear of the corner marks.
+QPoint BesideTheDigits(const QRect& cell)
+{
+    return QPoint(cell.left() + cell.width() / 6, cell.center().y());
+}
+
+} // namespace
+
+class TestCalendarControl : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shownRange_data();
+    void shownRange();
+    void firstDayOfWeekOutOfRangeMeansSunday_data();
+    void firstDayOfWeekOutOfRangeMeansSunday();
+    void firstDayOfWeekChangeMovesTheGrid();
+    void marks_data();
+    void marks();
+    void clearMarks();
+    void titleText_data();
+    void titleText();
+    void everyShippedTitleFormatIsCovered();
+    void weekdayHeaders_data();
+    void weekdayHeaders();
+    void signalOrder_data();
+    void signalOrder();
+    void monthListenerMayMoveTheDay();
+    void keyboard_data();
+    void keyboard();
+    void homeGoesToToday();
+    void enterConfirmsTheDay();
+    void wheel_data();
+    void wheel();
+    void cellsTileTheGrid_data();
+    void cellsTileTheGrid();
+    void clickDay_data();
+    void clickDay();
+    void rightClickDoesNothing();
+    void monthArrows();
+    void designFormatsFromRows();
+    void designMissingRowsKeepValues_data();
+    void designMissingRowsKeepValues();
+    void designSpotFromRow_data();
+    void designSpotFromRow();
+    void designIgnoresPanelSpotAndOtherSets();
+    void designGridLineColour();
+    void paintDayOffAndSelection();
+    void paintDesignFromDatabase();
+};
+
+void TestCalendarControl::shownRange_data()
+{
+    QTest::addColumn<int>("year");
+    QTest::addColumn<int>("month");
+    QTest::addColumn<QStringList>("firsts"); // first shown day for FirstDayOfWeek 1..7
+    QTest::newRow("2026-11 starts on Sunday")
+        << 2026 << 11 << QStringList{"2026-11-01", "2026-10-26", "2026-10-27", "2026-10-28",
+                                     "2026-10-29", "2026-10-30", "2026-10-31"};
+    QTest::newRow("2026-01 Thursday, year edge")
+        << 2026 << 1 << QStringList{"2025-12-28", "2025-12-29", "2025-12-30", "2025-12-31",
+                                    "2026-01-01", "2025-12-26", "2025-12-27"};
+    QTest::newRow("2024-02 leap") << 2024 << 2 << QStringList{"2024-01-28", "2024-01-29", "2024-01-30", "2024-01-31",
+                                                              "2024-02-01", "2024-01-26", "2024-01-27"};
+    QTest::newRow("2026-08 starts on Saturday")
+        << 2026 << 8 << QStringList{"2026-07-26", "2026-07-27", "2026-07-28", "2026-07-29",
+                                    "2026-07-30", "2026-07-31", "2026-08-01"};
+    QTest::newRow("2027-12 Wednesday") << 2027 << 12
+                                       << QStringList{"2027-11-28", "2027-11-29", "2027-11-30", "2027-12-01",
+                                                      "2027-11-25", "2027-11-26", "2027-11-27"};
+    QTest::newRow("2015-02 exactly four weeks")
+        << 2015 << 2 << QStringList{"2015-02-01", "2015-01-26", "2015-01-27", "2015-01-28",
+                                    "2015-01-29", "2015-01-30", "2015-01-31"};
+}
+
+void TestCalendarControl::shownRange()
+{
+    QFETCH(int, year);
+    QFETCH(int, month);
+    QFETCH(QStringList, firsts);
+    const QDate firstOfMonth(year, month, 1);
+    for (int firstDay = 1; firstDay <= 7; ++firstDay) {
+        HalvernCalendar calendar;
+        calendar.setFirstDayOfWeek(firstDay);
+        calendar.setCurrentDate(QDate(year, month, 15));
+        const QDate first = calendar.FirstShownDate();
+        const QByteArray where = QByteArray("first day of week ") + QByteArray::number(firstDay);
+        QVERIFY2(first == QDate::fromString(firsts.at(firstDay - 1), Qt::ISODate),
+                 where + " gave " + first.toString(Qt::ISODate).toLatin1());
+        QCOMPARE(first.dayOfWeek(), QtDayOfWeek(firstDay));
+        QVERIFY(first <= firstOfMonth);
+        QVERIFY(first.daysTo(firstOfMonth) < 7);
+        QCOMPARE(first.daysTo(calendar.LastShownDate()), 41);
+        QVERIFY(calendar.LastShownDate() >= QDate(year, month, firstOfMonth.daysInMonth()));
+        QVERIFY(calendar.isShown(first));
+        QVERIFY(calendar.isShown(calendar.LastShownDate()));
+        QVERIFY(!calendar.isShown(first.addDays(-1)));
+        QVERIFY(!calendar.isShown(calendar.LastShownDate().addDays(1)));
+    }
+}
+
+void TestCalendarControl::firstDayOfWeekOutOfRangeMeansSunday_data()
+{
+    QTest::addColumn<int>("firstDay");
+    QTest::newRow("0") << 0;
+    QTest::newRow("8") << 8;
+    QTest::newRow("-1") << -1;
+    QTest::newRow("255") << 255;
+}
+
+void TestCalendarControl::firstDayOfWeekOutOfRangeMeansSunday()
+{
+    QFETCH(int, firstDay);
+    HalvernCalendar calendar;
+    calendar.setFirstDayOfWeek(3);
+    calendar.setCurrentDate(Nov15);
+    calendar.setFirstDayOfWeek(firstDay);
+    QCOMPARE(calendar.FirstDayOfWeek(), 1);
+    QCOMPARE(calendar.FirstShownDate(), QDate(2026, 11, 1));
+    QCOMPARE(calendar.weekdayHeaders().first(), QStringLiteral("日"));
+}
+
+void TestCalendarControl::firstDayOfWeekChangeMovesTheGrid()
+{
+    // The design may be applied after the day was chosen; the grid must follow.
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    QCOMPARE(calendar.FirstShownDate(), QDate(2026, 11, 1));
+    QSignalSpy months(&calendar, &HalvernCalendar::monthChanged);
+    calendar.setFirstDayOfWeek(2);
+    QCOMPARE(calendar.FirstShownDate(), QDate(2026, 10, 26));
+    QCOMPARE(calendar.LastShownDate(), QDate(2026, 12, 6));
+    QCOMPARE(calendar.CurrentDate(), Nov15);
+    QCOMPARE(months.count(), 0);
+}
+
+void TestCalendarControl::marks_data()
+{
+    // Nov 2026 with Sunday first shows 2026-11-01 .. 2026-12-12.
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("first shown day") << QDate(2026, 11, 1) << true;
+    QTest::newRow("mid month") << QDate(2026, 11, 18) << true;
+    QTest::newRow("next month, shown") << QDate(2026, 12, 5) << true;
+    QTest::newRow("last shown day") << QDate(2026, 12, 12) << true;
+    QTest::newRow("day before the grid") << QDate(2026, 10, 31) << false;
+    QTest::newRow("day after the grid") << QDate(2026, 12, 13) << false;
+    QTest::newRow("same day another year") << QDate(2025, 11, 18) << false;
+    QTest::newRow("invalid") << QDate() << false;
+}
+
+void TestCalendarControl::marks()
+{
+    QFETCH(QDate, date);
+    QFETCH(bool, kept);
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    calendar.MarkEntryDay(date);
+    QCOMPARE(calendar.isEntryDay(date), kept);
+    QVERIFY(!calendar.isDayOff(date));
+    calendar.MarkDayOff(date);
+    QCOMPARE(calendar.isDayOff(date), kept);
+    // A mark ignored outside the grid must not surface when that day is shown later.
+    if (date.isValid()) {
+        calendar.setCurrentDate(date);
+        QCOMPARE(calendar.isEntryDay(date), kept);
+        QCOMPARE(calendar.isDayOff(date), kept);
+    }
+}
+
+void TestCalendarControl::clearMarks()
+{
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    const QList<QDate> days = {QDate(2026, 11, 3), QDate(2026, 11, 4), QDate(2026, 12, 1)};
+    for (const QDate& day : days) {
+        calendar.MarkEntryDay(day);
+        calendar.MarkDayOff(day);
+    }
+    calendar.MarkEntryDay(days.first()); // twice is still one mark
+    calendar.ClearEntryMarks();
+    for (const QDate& day : days) {
+        QVERIFY(!calendar.isEntryDay(day));
+        QVERIFY2(calendar.isDayOff(day), "clearing entry marks must keep the day-offs");
+    }
+    calendar.MarkEntryDay(days.last());
+    calendar.ClearDayOffMarks();
+    for (const QDate& day : days)
+        QVERIFY(!calendar.isDayOff(day));
+    QVERIFY2(calendar.isEntryDay(days.last()), "clearing day-offs must keep the entry marks");
+    // Clearing what is already clear is harmless.
+    calendar.ClearDayOffMarks();
+    calendar.ClearEntryMarks();
+    QVERIFY(!calendar.isEntryDay(days.last()));
+}
+
+void TestCalendarControl::titleText_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("title");
+    const QDate march(2026, 3, 9);
+    const QDate november(2026, 11, 22);
+    QTest::newRow("80601 March") << "yyyy年m月" << march << "2026年3月";
+    QTest::newRow("80601 November") << "yyyy年m月" << november << "2026年11月";
+    QTest::newRow("80602 March") << "yyyy年mm月" << march << "2026年03月";
+    QTest::newRow("80602 November") << "yyyy年mm月" << november << "2026年11月";
+    QTest::newRow("80603 March") << "yyyy / m" << march << "2026 / 3";
+    QTest::newRow("80603 November") << "yyyy / m" << november << "2026 / 11";
+    QTest::newRow("80604 March") << "yyyy/mm" << march << "2026/03";
+    QTest::newRow("80605 March") << "m月 yyyy" << march << "3月 2026";
+    QTest::newRow("80605 November") << "m月 yyyy" << november << "11月 2026";
+    QTest::newRow("80606 March") << "mm/yyyy" << march << "03/2026";
+    QTest::newRow("80606 year 999") << "mm/yyyy" << QDate(999, 1, 5) << "01/0999";
+}
+
+void TestCalendarControl::titleText()
+{
+    QFETCH(QString, format);
+    QFETCH(QDate, date);
+    QFETCH(QString, title);
+    HalvernCalendar calendar;
+    calendar.setTitleFormat(format);
+    calendar.setCurrentDate(date);
+    QCOMPARE(calendar.TitleFormat(), format);
+    QCOMPARE(calendar.titleText(), title);
+    // The title follows the month without the format being set again.
+    calendar.setCurrentDate(date.addMonths(1));
+    QVERIFY(calendar.titleText() != title);
+}
+
+void TestCalendarControl::everyShippedTitleFormatIsCovered()
+{
+    // The choices the settings dialog offers; each must be one the title test checks.
+    TestEnvironment env;
+    const Rows rows = env.db().ReadRows(
+        QStringLiteral("SELECT * FROM TRNGENERAL WHERE 80600 <= CODE AND CODE < 80700 ORDER BY CODE"));
+    QCOMPARE(static_cast<int>(rows.size()), 6);
+    const QStringList covered = {QStringLiteral("yyyy年m月"), QStringLiteral("yyyy年mm月"), QStringLiteral("yyyy / m"),
+                                 QStringLiteral("yyyy/mm"),   QStringLiteral("m月 yyyy"),   QStringLiteral("mm/yyyy")};
+    for (const Row& row : rows)
+        QVERIFY2(covered.contains(row.text(QStringLiteral("DATAS1"))), qPrintable(row.text(QStringLiteral("DATAS1"))));
+    const Rows weekdayRows = env.db().ReadRows(
+        QStringLiteral("SELECT * FROM TRNGENERAL WHERE 80800 <= CODE AND CODE < 80900 ORDER BY CODE"));
+    QCOMPARE(static_cast<int>(weekdayRows.size()), 7);
+}
+
+void TestCalendarControl::weekdayHeaders_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("firstDay");
+    QTest::addColumn<QStringList>("headers");
+    QTest::newRow("80801 Sunday first") << "日" << 1 << QStringList{"日", "月", "火", "水", "木", "金", "土"};
+    QTest::newRow("80801 Monday first") << "日" << 2 << QStringList{"月", "火", "水", "木", "金", "土", "日"};
+    QTest::newRow("80802 Saturday first")
+        << "(日)" << 7 << QStringList{"(土)", "(日)", "(月)", "(火)", "(水)", "(木)", "(金)"};
+    QTest::newRow("80803 Monday first") << "日曜" << 2
+                                        << QStringList{"月曜", "火曜", "水曜", "木曜", "金曜", "土曜", "日曜"};
+    QTest::newRow("80804 Wednesday first")
+        << "日曜日" << 4 << QStringList{"水曜日", "木曜日", "金曜日", "土曜日", "日曜日", "月曜日", "火曜日"};
+    QTest::newRow("80805 Sunday first") << "Sun" << 1 << QStringList{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    QTest::newRow("80806 Friday first") << "SUN" << 6 << QStringList{"FRI", "SAT", "SUN", "MON", "TUE", "WED", "THU"};
+    QTest::newRow("80807 Monday first") << "S" << 2 << QStringList{"M", "T", "W", "T", "F", "S", "S"};
+    QTest::newRow("unknown reads as kanji") << "xyz" << 2 << QStringList{"月", "火", "水", "木", "金", "土", "日"};
+    QTest::newRow("empty reads as kanji") << "" << 1 << QStringList{"日", "月", "火", "水", "木", "金", "土"};
+}
+
+void TestCalendarControl::weekdayHeaders()
+{
+    QFETCH(QString, format);
+    QFETCH(int, firstDay);
+    QFETCH(QStringList, headers);
+    HalvernCalendar calendar;
+    calendar.setWeekdayFormat(format);
+    calendar.setFirstDayOfWeek(firstDay);
+    calendar.setCurrentDate(Nov15);
+    QCOMPARE(calendar.weekdayHeaders(), headers);
+    // Each header names the weekday of the days in its column.
+    const QStringList sundayFirst = [&] {
+        HalvernCalendar reference;
+        reference.setWeekdayFormat(format);
+        return reference.weekdayHeaders();
+    }();
+    for (int column = 0; column < 7; ++column) {
+        const QDate day = calendar.FirstShownDate().addDays(column);
+        QCOMPARE(headers.at(column), sundayFirst.at(day.dayOfWeek() % 7));
+    }
+}
+
+void TestCalendarControl::signalOrder_data()
+{
+    QTest::addColumn<QDate>("target");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("same month") << QDate(2026, 11, 20) << QStringList{"date 2026-11-20"};
+    QTest::newRow("next month") << QDate(2026, 12, 3)
+                                << QStringList{"month 2026/12 grid 2026-11-29", "date 2026-12-03"};
+    QTest::newRow("same month, other year")
+        << QDate(2027, 11, 15) << QStringList{"month 2027/11 grid 2027-10-31", "date 2027-11-15"};
+    QTest::newRow("same date") << Nov15 << QStringList{};
+    QTest::newRow("invalid date") << QDate() << QStringList{};
+    QTest::newRow("impossible date") << QDate(2026, 2, 30) << QStringList{};
+}
+
+void TestCalendarControl::signalOrder()
+{
+    QFETCH(QDate, target);
+    QFETCH(QStringList, expected);
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    SignalLog log(calendar);
+    calendar.setCurrentDate(target);
+    QCOMPARE(log.events, expected);
+    QCOMPARE(calendar.CurrentDate(), target.isValid() ? target : Nov15);
+}
+
+void TestCalendarControl::monthListenerMayMoveTheDay()
+{
+    // A month listener that selects another day (say the 1st) wins; the stale day is not
+    // reported after it.
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    connect(&calendar, &HalvernCalendar::monthChanged, &calendar,
+            [&calendar](int year, int month) { calendar.setCurrentDate(QDate(year, month, 1)); });
+    QSignalSpy days(&calendar, &HalvernCalendar::dateChanged);
+    calendar.setCurrentDate(QDate(2026, 12, 20));
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 12, 1));
+    QCOMPARE(days.count(), 1);
+    QCOMPARE(days.at(0).at(0).toDate(), QDate(2026, 12, 1));
+}
+
+void TestCalendarControl::keyboard_data()
+{
+    QTest::addColumn<QDate>("start");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QDate>("expected");
+    QTest::newRow("right over month end") << QDate(2026, 11, 30) << int(Qt::Key_Right) << QDate(2026, 12, 1);
+    QTest::newRow("left over month start") << QDate(2026, 11, 1) << int(Qt::Key_Left) << QDate(2026, 10, 31);
+    QTest::newRow("up a week into last month") << QDate(2026, 11, 3) << int(Qt::Key_Up) << QDate(2026, 10, 27);
+    QTest::newRow("down a week into next year") << QDate(2026, 12, 29) << int(Qt::Key_Down) << QDate(2027, 1, 5);
+    QTest::newRow("right in month") << QDate(2026, 11, 10) << int(Qt::Key_Right) << QDate(2026, 11, 11);
+    QTest::newRow("page up 31st to February") << QDate(2026, 3, 31) << int(Qt::Key_PageUp) << QDate(2026, 2, 28);
+    QTest::newRow("page up 31st to leap February") << QDate(2028, 3, 31) << int(Qt::Key_PageUp) << QDate(2028, 2, 29);
+    QTest::newRow("page down 31st to February") << QDate(2026, 1, 31) << int(Qt::Key_PageDown) << QDate(2026, 2, 28);
+    QTest::newRow("page down 31st to November") << QDate(2026, 10, 31) << int(Qt::Key_PageDown) << QDate(2026, 11, 30);
+    QTest::newRow("page down over year end") << QDate(2026, 12, 31) << int(Qt::Key_PageDown) << QDate(2027, 1, 31);
+    QTest::newRow("page up over year start") << QDate(2026, 1, 15) << int(Qt::Key_PageUp) << QDate(2025, 12, 15);
+}
+
+void TestCalendarControl::keyboard()
+{
+    QFETCH(QDate, start);
+    QFETCH(int, key);
+    QFETCH(QDate, expected);
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(start);
+    QSignalSpy months(&calendar, &HalvernCalendar::monthChanged);
+    QSignalSpy days(&calendar, &HalvernCalendar::dateChanged);
+    QTest::keyClick(&calendar, static_cast<Qt::Key>(key));
+    QCOMPARE(calendar.CurrentDate(), expected);
+    QCOMPARE(days.count(), 1);
+    QCOMPARE(months.count(), expected.month() == start.month() ? 0 : 1);
+    QVERIFY(calendar.isShown(expected));
+    QCOMPARE(calendar.shownMonth(), expected.month());
+}
+
+void TestCalendarControl::homeGoesToToday()
+{
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(QDate(2027, 3, 5));
+    SignalLog log(calendar);
+    QTest::keyClick(&calendar, Qt::Key_Home);
+    QCOMPARE(calendar.CurrentDate(), QDate(2027, 3, 5));
+    QVERIFY(log.events.isEmpty());
+    QVERIFY(!calendar.today().isValid());
+
+    // The provider is asked at the moment of the key, so a day that passed is followed.
+    QDate today(2026, 11, 22);
+    calendar.setTodayProvider([&today] { return today; });
+    QTest::keyClick(&calendar, Qt::Key_Home);
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 11, 22));
+    today = QDate(2026, 12, 1);
+    QTest::keyClick(&calendar, Qt::Key_Home);
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 12, 1));
+    QCOMPARE(log.events, (QStringList{"month 2026/11 grid 2026-11-01", "date 2026-11-22",
+                                      "month 2026/12 grid 2026-11-29", "date 2026-12-01"}));
+}
+
+void TestCalendarControl::enterConfirmsTheDay()
+{
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    QSignalSpy clicks(&calendar, &HalvernCalendar::dateClicked);
+    QTest::keyClick(&calendar, Qt::Key_Return);
+    QTest::keyClick(&calendar, Qt::Key_Right);
+    QTest::keyClick(&calendar, Qt::Key_Enter);
+    QCOMPARE(clicks.count(), 2);
+    QCOMPARE(clicks.at(0).at(0).toDate(), Nov15);
+    QCOMPARE(clicks.at(1).at(0).toDate(), QDate(2026, 11, 16));
+}
+
+void TestCalendarControl::wheel_data()
+{
+    QTest::addColumn<QList<int>>("deltas");
+    QTest::addColumn<QDate>("expected");
+    QTest::newRow("one notch up: previous month") << QList<int>{120} << QDate(2026, 10, 15);
+    QTest::newRow("one notch down: next month") << QList<int>{-120} << QDate(2026, 12, 15);
+    QTest::newRow("two notches down") << QList<int>{-240} << QDate(2027, 1, 15);
+    QTest::newRow("half notches add up") << QList<int>{60, 60} << QDate(2026, 10, 15);
+    QTest::newRow("half a notch does nothing") << QList<int>{-60} << Nov15;
+    QTest::newRow("up and down cancel") << QList<int>{-60, 60, -60} << Nov15;
+}
+
+void TestCalendarControl::wheel()
+{
+    QFETCH(QList<int>, deltas);
+    QFETCH(QDate, expected);
+    HalvernCalendar calendar;
+    calendar.resize(420, 360);
+    calendar.setCurrentDate(Nov15);
+    for (const int delta : deltas)
+        SendWheel(calendar, delta);
+    QCOMPARE(calendar.CurrentDate(), expected);
+}
+
+void TestCalendarControl::cellsTileTheGrid_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("roomy") << QSize(490, 420);
+    QTest::newRow("odd sizes") << QSize(301, 257);
+    QTest::newRow("narrow") << QSize(180, 200);
+}
+
+void TestCalendarControl::cellsTileTheGrid()
+{
+    QFETCH(QSize, size);
+    HalvernCalendar calendar;
+    calendar.resize(size);
+    calendar.setCurrentDate(Nov15);
+    QDate day = calendar.FirstShownDate();
+    QRect previous;
+    for (int i = 0; i < 42; ++i, day = day.addDays(1)) {
+        const QRect cell = calendar.dayRect(day);
+        QVERIFY2(!cell.isEmpty(), qPrintable(day.toString(Qt::ISODate)));
+        QVERIFY(calendar.rect().contains(cell));
+        QCOMPARE(calendar.dateAt(cell.topLeft()), day);
+        QCOMPARE(calendar.dateAt(cell.bottomRight()), day);
+        QCOMPARE(calendar.dateAt(cell.center()), day);
+        if (i % 7 != 0)
+            QCOMPARE(cell.left(), previous.right() + 1); // no gap, no overlap
+        QVERIFY(!cell.intersects(calendar.previousMonthButtonRect()));
+        previous = cell;
+    }
+    QVERIFY(calendar.dayRect(calendar.FirstShownDate().addDays(-1)).isNull());
+    QVERIFY(calendar.dayRect(calendar.LastShownDate().addDays(1)).isNull());
+    QVERIFY(!calendar.dateAt(calendar.previousMonthButtonRect().center()).isValid());
+    QVERIFY(!calendar.dateAt(calendar.nextMonthButtonRect().center()).isValid());
+}
+
+void TestCalendarControl::clickDay_data()
+{
+    QTest::addColumn<int>("firstDay");
+    QTest::addColumn<QDate>("clicked");
+    QTest::addColumn<int>("monthSignals");
+    QTest::newRow("day of the month") << 1 << QDate(2026, 11, 18) << 0;
+    QTest::newRow("next month's day") << 1 << QDate(2026, 12, 5) << 1;
+    QTest::newRow("previous month's day") << 2 << QDate(2026, 10, 27) << 1;
+    QTest::newRow("the selected day again") << 1 << Nov15 << 0;
+}
+
+void TestCalendarControl::clickDay()
+{
+    QFETCH(int, firstDay);
+    QFETCH(QDate, clicked);
+    QFETCH(int, monthSignals);
+    HalvernCalendar calendar;
+    calendar.resize(420, 360);
+    calendar.setFirstDayOfWeek(firstDay);
+    calendar.setCurrentDate(Nov15);
+    calendar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&calendar));
+    QSignalSpy clicks(&calendar, &HalvernCalendar::dateClicked);
+    QSignalSpy months(&calendar, &HalvernCalendar::monthChanged);
+    const QRect cell = calendar.dayRect(clicked);
+    QVERIFY(!cell.isEmpty());
+    QTest::mouseClick(&calendar, Qt::LeftButton, Qt::NoModifier, cell.center());
+    QCOMPARE(calendar.CurrentDate(), clicked);
+    QCOMPARE(calendar.shownMonth(), clicked.month());
+    QCOMPARE(months.count(), monthSignals);
+    QCOMPARE(clicks.count(), 1);
+    QCOMPARE(clicks.at(0).at(0).toDate(), clicked);
+}
+
+void TestCalendarControl::rightClickDoesNothing()
+{
+    HalvernCalendar calendar;
+    calendar.resize(420, 360);
+    calendar.setCurrentDate(Nov15);
+    calendar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&calendar));
+    QSignalSpy clicks(&calendar, &HalvernCalendar::dateClicked);
+    QTest::mouseClick(&calendar, Qt::RightButton, Qt::NoModifier, calendar.dayRect(QDate(2026, 11, 20)).center());
+    QTest::mouseClick(&calendar, Qt::RightButton, Qt::NoModifier, calendar.nextMonthButtonRect().center());
+    QCOMPARE(calendar.CurrentDate(), Nov15);
+    QCOMPARE(clicks.count(), 0);
+}
+
+void TestCalendarControl::monthArrows()
+{
+    HalvernCalendar calendar;
+    calendar.resize(420, 360);
+    calendar.setCurrentDate(QDate(2026, 10, 31));
+    calendar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&calendar));
+    const QRect previous = calendar.previousMonthButtonRect();
+    const QRect next = calendar.nextMonthButtonRect();
+    QVERIFY(!previous.isEmpty());
+    QVERIFY(!next.isEmpty());
+    QVERIFY(previous.center().x() < next.center().x());
+    QSignalSpy clicks(&calendar, &HalvernCalendar::dateClicked);
+    SignalLog log(calendar);
+    QTest::mouseClick(&calendar, Qt::LeftButton, Qt::NoModifier, next.center());
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 11, 30));
+    QTest::mouseClick(&calendar, Qt::LeftButton, Qt::NoModifier, previous.center());
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 10, 30));
+    QTest::mouseClick(&calendar, Qt::LeftButton, Qt::NoModifier, previous.center());
+    QCOMPARE(calendar.CurrentDate(), QDate(2026, 9, 30));
+    QCOMPARE(log.events.size(), 6);
+    QCOMPARE(log.events.first(), QStringLiteral("month 2026/11 grid 2026-11-01"));
+    QCOMPARE(clicks.count(), 0); // the arrows move the month, they do not pick a day
+}
+
+void TestCalendarControl::designFormatsFromRows()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80605 WHERE CODE = 301"));
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 2 WHERE CODE = 302"));
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80806 WHERE CODE = 303"));
+    HalvernCalendar calendar;
+    calendar.setCurrentDate(Nov15);
+    ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.TitleFormat(), QStringLiteral("m月 yyyy"));
+    QCOMPARE(calendar.titleText(), QStringLiteral("11月 2026"));
+    QCOMPARE(calendar.FirstDayOfWeek(), 2);
+    QCOMPARE(calendar.FirstShownDate(), QDate(2026, 10, 26));
+    QCOMPARE(calendar.WeekdayFormat(), QStringLiteral("SUN"));
+    QCOMPARE(calendar.weekdayHeaders().first(), QStringLiteral("MON"));
+
+    // The shipped rows give the shipped look.
+    TestEnvironment fresh;
+    HalvernCalendar shipped;
+    shipped.setTitleFormat(QStringLiteral("yyyy"));
+    shipped.setFirstDayOfWeek(5);
+    shipped.setWeekdayFormat(QStringLiteral("S"));
+    ApplyCalendarDesign(fresh.db(), shipped);
+    QCOMPARE(shipped.TitleFormat(), QStringLiteral("yyyy年m月"));
+    QCOMPARE(shipped.FirstDayOfWeek(), 1);
+    QCOMPARE(shipped.WeekdayFormat(), QStringLiteral("日"));
+}
+
+void TestCalendarControl::designMissingRowsKeepValues_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<bool>("titleKept");
+    QTest::addColumn<bool>("firstDayKept");
+    QTest::addColumn<bool>("weekdayKept");
+    QTest::newRow("no 301") << "DELETE FROM TRNGENERAL WHERE CODE = 301" << true << false << false;
+    QTest::newRow("301 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80699 WHERE CODE = 301" << true << false
+                                      << false;
+    QTest::newRow("no 302") << "DELETE FROM TRNGENERAL WHERE CODE = 302" << false << true << false;
+    QTest::newRow("no 303") << "DELETE FROM TRNGENERAL WHERE CODE = 303" << false << false << true;
+    QTest::newRow("303 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80899 WHERE CODE = 303" << false << false
+                                      << true;
+}
+
+void TestCalendarControl::designMissingRowsKeepValues()
+{
+    QFETCH(QString, sql);
+    QFETCH(bool, titleKept);
+    QFETCH(bool, firstDayKept);
+    QFETCH(bool, weekdayKept);
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80603 WHERE CODE = 301"));
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 2 WHERE CODE = 302"));
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80805 WHERE CODE = 303"));
+    env.db().ExecuteSql(sql);
+    HalvernCalendar calendar;
+    calendar.setTitleFormat(QStringLiteral("mm.yyyy"));
+    calendar.setFirstDayOfWeek(4);
+    calendar.setWeekdayFormat(QStringLiteral("(日)"));
+    ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.TitleFormat(), titleKept ? QStringLiteral("mm.yyyy") : QStringLiteral("yyyy / m"));
+    QCOMPARE(calendar.FirstDayOfWeek(), firstDayKept ? 4 : 2);
+    QCOMPARE(calendar.WeekdayFormat(), weekdayKept ? QStringLiteral("(日)") : QStringLiteral("Sun"));
+}
+
+void TestCalendarControl::designSpotFromRow_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("bold");
+    QTest::addColumn<QString>("italic");
+    QTest::addColumn<bool>("expectBold");
+    QTest::addColumn<bool>("expectItalic");
+    QTest::newRow("90 entry day, numbers") << 90 << "0"
+                                           << "1" << false << true;
+    QTest::newRow("130 day-off, bold") << 130 << "1"
+                                       << "0" << true << false;
+    QTest::newRow("10 title, words") << 10 << "'True'"
+                                     << "'False'" << true << false;
+    QTest::newRow("30 day, minus one is true") << 30 << "-1"
+                                               << "-1" << true << true;
+    QTest::newRow("135 last calendar spot") << 135 << "0"
+                                            << "0" << false << false;
+}
+
+void TestCalendarControl::designSpotFromRow()
+{
+    QFETCH(int, code);
+    QFETCH(QString, bold);
+    QFETCH(QString, italic);
+    QFETCH(bool, expectBold);
+    QFETCH(bool, expectItalic);
+    TestEnvironment env;
+    // 0x00BBGGRR: blue 0x56, green 0x34, red 0x12.
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1, FORECOLOR = %2, FOREFONT = %3, "
+                                       "FSIZE = 10.5, FBOLD = %4, FITALIC = %5 WHERE CODE = %6 AND SETNUM = 0")
+                            .arg(0x563412)
+                            .arg(0x0000F0)
+                            .arg(QuoteText(QStringLiteral("IPAGothic")), bold, italic)
+                            .arg(code));
+    HalvernCalendar calendar;
+    ApplyCalendarDesign(env.db(), calendar);
+    const SpotDesign design = calendar.spotDesign(code);
+    QCOMPARE(design.back, QColor(0x12, 0x34, 0x56));
+    QCOMPARE(design.text, QColor(0xF0, 0x00, 0x00));
+    QCOMPARE(design.font.family(), QStringLiteral("IPAGothic"));
+    QCOMPARE(design.font.pointSizeF(), 10.5);
+    QCOMPARE(design.font.bold(), expectBold);
+    QCOMPARE(design.font.italic(), expectItalic);
+    // Other spots keep the shipped row's look (spot 60 is stored as 16316664 = 0xF8F8F8).
+    const SpotDesign other = calendar.spotDesign(60);
+    QCOMPARE(other.back, QColor(0xF8, 0xF8, 0xF8));
+    QCOMPARE(other.font.pointSizeF(), 10.0);
+}
+
+void TestCalendarControl::designIgnoresPanelSpotAndOtherSets()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = 255, FORECOLOR = 255, FSIZE = 30 "
+                                       "WHERE CODE = 140"));
+    // A second design set must not leak into the one in use.
+    env.db().ExecuteSql(
+        QStringLiteral("INSERT INTO TRNCOLOR (CODE,SETNUM,SPOT,BACKCOLOR,FOREFONT,FSIZE,FBOLD,FITALIC,FORECOLOR) "
+                       "VALUES (30, 1, 'x', 65280, 'IPAGothic', 20, 1, 1, 65280)"));
+    HalvernCalendar calendar;
+    const SpotDesign panelBefore = calendar.spotDesign(140);
+    ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.spotDesign(140).back, panelBefore.back);
+    QCOMPARE(calendar.spotDesign(140).text, panelBefore.text);
+    QVERIFY(calendar.spotDesign(140).font.pointSizeF() != 30.0);
+    const SpotDesign day = calendar.spotDesign(30);
+    QCOMPARE(day.back, QColor(0xFF, 0xFF, 0xFF));
+    QCOMPARE(day.text, QColor(0x20, 0x20, 0x20));
+    QCOMPARE(day.font.pointSizeF(), 10.0);
+    QVERIFY(!day.font.bold());
+    // The shipped rows themselves arrive: Saturday's text is 12582912 = 0xC00000 (blue).
+    QCOMPARE(calendar.spotDesign(50).text, QColor(0x00, 0x00, 0xC0));
+    QCOMPARE(calendar.spotDesign(70).text, QColor(0xFF, 0x80, 0x00));
+}
+
+void TestCalendarControl::designGridLineColour()
+{
+    TestEnvironment env;
+    HalvernCalendar calendar;
+    calendar.setGridLineColor(Qt::red);
+    QCOMPARE(calendar.gridLineColor(), QColor(Qt::red));
+    ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.gridLineColor(), QColor(0xE0, 0xE0, 0xE0));
+}
+
+void TestCalendarControl::paintDayOffAndSelection()
+{
+    HalvernCalendar calendar;
+    calendar.resize(490, 420);
+    calendar.setCurrentDate(QDate(2026, 11, 10));
+    SpotDesign dayOff = calendar.spotDesign(130);
+    dayOff.back = QColor(0x12, 0x34, 0x56);
+    calendar.setSpotDesign(130, dayOff);
+    SpotDesign selected = calendar.spotDesign(80);
+    selected.back = QColor(0x65, 0x43, 0x21);
+    calendar.setSpotDesign(80, selected);
+    SpotDesign plain = calendar.spotDesign(30);
+    plain.back = QColor(0xAB, 0xCD, 0xEF);
+    calendar.setSpotDesign(30, plain);
+    calendar.MarkDayOff(QDate(2026, 11, 18));
+
+    QImage image(calendar.size(), QImage::Format_ARGB32);
+    image.fill(Qt::black);
+    calendar.render(&image);
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 18)))), QColor(0x12, 0x34, 0x56).rgb());
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 10)))), QColor(0x65, 0x43, 0x21).rgb());
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 19)))), QColor(0xAB, 0xCD, 0xEF).rgb());
+
+    // Clearing the mark and moving the selection repaint those days as plain days.
+    calendar.ClearDayOffMarks();
+    calendar.setCurrentDate(QDate(2026, 11, 12));
+    calendar.render(&image);
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 18)))), QColor(0xAB, 0xCD, 0xEF).rgb());
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 10)))), QColor(0xAB, 0xCD, 0xEF).rgb());
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 12)))), QColor(0x65, 0x43, 0x21).rgb());
+}
+
+void TestCalendarControl::paintDesignFromDatabase()
+{
+    TestEnvironment env;
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1 WHERE CODE = 130").arg(0x102030));
+    HalvernCalendar calendar;
+    calendar.resize(490, 420);
+    ApplyCalendarDesign(env.db(), calendar);
+    calendar.setCurrentDate(QDate(2026, 11, 10));
+    calendar.MarkDayOff(QDate(2026, 11, 23));
+    QImage image(calendar.size(), QImage::Format_ARGB32);
+    calendar.render(&image);
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 23)))), QColor(0x30, 0x20, 0x10).rgb());
+    // The selected day shows spot 80's stored back colour 16767152 = 0xFFD8B0.
+    QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 10)))), QColor(0xB0, 0xD8, 0xFF).rgb());
+}
+
+QTEST_MAIN(TestCalendarControl)
+#include "tst_calendarcontrol.moc"
