@@ -9,7 +9,6 @@
 #include "entries/EntryStatements.h"
 #include "entries/LinkLabels.h"
 #include "entries/TypedDateTime.h"
-#include "masters/FrmClass.h"
 #include "store/NewId.h"
 #include "store/SqlText.h"
 #include "ui_FrmSchedule.h"
