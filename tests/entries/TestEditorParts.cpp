@@ -15,38 +15,24 @@ void TestEditorParts::parseTypedDate_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("boxText");
-    QTest::newRow("normal form") << "2006/05/03"
-                                 << "2006/05/03";
-    QTest::newRow("no leading zeros") << "2006/5/3"
-                                      << "2006/05/03";
-    QTest::newRow("hyphens") << "2006-5-3"
-                             << "2006/05/03";
-    QTest::newRow("dots") << "2006.05.03"
-                          << "2006/05/03";
-    QTest::newRow("eight digits") << "20060503"
-                                  << "2006/05/03";
-    QTest::newRow("month and day in the default year") << "5/3"
-                                                       << "2026/05/03";
-    QTest::newRow("full-width") << "２００６／０５／０３"
-                                << "2006/05/03";
-    QTest::newRow("blanks around") << "  2006/05/03 "
-                                   << "2006/05/03";
-    QTest::newRow("leap day") << "2008/2/29"
-                              << "2008/02/29";
-    QTest::newRow("no leap day") << "2006/2/29"
-                                 << "";
-    QTest::newRow("2/30") << "2/30"
-                          << "";
-    QTest::newRow("month 13") << "2006/13/01"
-                              << "";
-    QTest::newRow("words") << "あした"
-                           << "";
-    QTest::newRow("empty") << ""
-                           << "";
-    QTest::newRow("two-digit year") << "06/05/03"
-                                    << "";
-    QTest::newRow("trailing junk") << "2006/05/03x"
-                                   << "";
+    // clang-format off
+    QTest::newRow("normal form") << "2006/05/03" << "2006/05/03";
+    QTest::newRow("no leading zeros") << "2006/5/3" << "2006/05/03";
+    QTest::newRow("hyphens") << "2006-5-3" << "2006/05/03";
+    QTest::newRow("dots") << "2006.05.03" << "2006/05/03";
+    QTest::newRow("eight digits") << "20060503" << "2006/05/03";
+    QTest::newRow("month and day in the default year") << "5/3" << "2026/05/03";
+    QTest::newRow("full-width") << "２００６／０５／０３" << "2006/05/03";
+    QTest::newRow("blanks around") << "  2006/05/03 " << "2006/05/03";
+    QTest::newRow("leap day") << "2008/2/29" << "2008/02/29";
+    QTest::newRow("no leap day") << "2006/2/29" << "";
+    QTest::newRow("2/30") << "2/30" << "";
+    QTest::newRow("month 13") << "2006/13/01" << "";
+    QTest::newRow("words") << "あした" << "";
+    QTest::newRow("empty") << "" << "";
+    QTest::newRow("two-digit year") << "06/05/03" << "";
+    QTest::newRow("trailing junk") << "2006/05/03x" << "";
+    // clang-format on
 }
 
 void TestEditorParts::parseTypedDate()
@@ -60,34 +46,22 @@ void TestEditorParts::parseTypedTime_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("boxText");
-    QTest::newRow("normal form") << "09:30"
-                                 << "09:30";
-    QTest::newRow("9:5") << "9:5"
-                         << "09:05";
-    QTest::newRow("7:3") << "7:3"
-                         << "07:03";
-    QTest::newRow("midnight") << "0:0"
-                              << "00:00";
-    QTest::newRow("last minute") << "23:59"
-                                 << "23:59";
-    QTest::newRow("seconds dropped") << "10:15:45"
-                                     << "10:15";
-    QTest::newRow("full-width") << "１０：３０"
-                                << "10:30";
-    QTest::newRow("hour 24") << "24:00"
-                             << "";
-    QTest::newRow("minute 60") << "10:60"
-                               << "";
-    QTest::newRow("second 60") << "10:10:60"
-                               << "";
-    QTest::newRow("hour only") << "9"
-                               << "";
-    QTest::newRow("words") << "昼"
-                           << "";
-    QTest::newRow("empty") << ""
-                           << "";
-    QTest::newRow("negative") << "-1:00"
-                              << "";
+    // clang-format off
+    QTest::newRow("normal form") << "09:30" << "09:30";
+    QTest::newRow("9:5") << "9:5" << "09:05";
+    QTest::newRow("7:3") << "7:3" << "07:03";
+    QTest::newRow("midnight") << "0:0" << "00:00";
+    QTest::newRow("last minute") << "23:59" << "23:59";
+    QTest::newRow("seconds dropped") << "10:15:45" << "10:15";
+    QTest::newRow("full-width") << "１０：３０" << "10:30";
+    QTest::newRow("hour 24") << "24:00" << "";
+    QTest::newRow("minute 60") << "10:60" << "";
+    QTest::newRow("second 60") << "10:10:60" << "";
+    QTest::newRow("hour only") << "9" << "";
+    QTest::newRow("words") << "昼" << "";
+    QTest::newRow("empty") << "" << "";
+    QTest::newRow("negative") << "-1:00" << "";
+    // clang-format on
 }
 
 void TestEditorParts::parseTypedTime()
@@ -106,6 +80,7 @@ void TestEditorParts::ensureClassFromCombo_data()
     QTest::addColumn<int>("comboCount");
 
     // The combo offers 仕事 (ID 3) and 私用 (ID 7); the table holds those two.
+    // clang-format off
     QTest::newRow("chosen item") << 1 << "" << qint64(7) << 2 << 2;
     QTest::newRow("nothing") << -1 << "" << qint64(0) << 2 << 2;
     QTest::newRow("blanks only") << -1 << "   " << qint64(0) << 2 << 2;
@@ -115,6 +90,7 @@ void TestEditorParts::ensureClassFromCombo_data()
     QTest::newRow("new name") << -1 << "出張" << qint64(8) << 3 << 3;
     QTest::newRow("new name over a chosen item") << 0 << "出張" << qint64(8) << 3 << 3;
     QTest::newRow("apostrophe kept") << -1 << "it's mine" << qint64(8) << 3 << 3;
+    // clang-format on
 }
 
 void TestEditorParts::ensureClassFromCombo()
@@ -213,13 +189,17 @@ void TestEditorParts::scheduleUpdateStatement_data()
     QTest::addColumn<QString>("endDate");
     QTest::addColumn<qint64>("classId");
     QTest::addColumn<QString>("sql");
+    // clang-format off
     QTest::newRow("end date and class")
+        // clang-format on
         << "20060502" << qint64(4)
         << "UPDATE TRNSCHTSK SET BUSINESS  = 'Bob''s 会議', STARTDT   = '20060501', STARTTM   = '09:00', "
            "ENDDT = '20060502', ENDTM     = '10:00', CLASS = 4, ALARM     = '1', FROMTOKBN = 'B4', "
            "COMMENT   = '詳細', UPDTIME   = #2006/05/01 09:05:03# WHERE ID      = 12 "
            "AND   UPDTIME = #2006/04/30 08:00:00# ";
+    // clang-format off
     QTest::newRow("neither")
+        // clang-format on
         << "" << qint64(0)
         << "UPDATE TRNSCHTSK SET BUSINESS  = 'Bob''s 会議', STARTDT   = '20060501', STARTTM   = '09:00', "
            "ENDDT = '', ENDTM     = '10:00', CLASS = 0, ALARM     = '1', FROMTOKBN = 'B4', "

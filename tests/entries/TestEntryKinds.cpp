@@ -56,181 +56,43 @@ void TestEntryKinds::kindCode_data()
     QTest::addColumn<QString>("endTime");
     QTest::addColumn<QString>("kind");
 
-    QTest::newRow("A1") << "20060501"
-                        << ""
-                        << "20060501"
-                        << ""
-                        << "A1";
-    QTest::newRow("A2") << "20060501"
-                        << ""
-                        << "20060501"
-                        << "17:00"
-                        << "A2";
-    QTest::newRow("A3") << "20060501"
-                        << "09:00"
-                        << "20060501"
-                        << ""
-                        << "A3";
-    QTest::newRow("A4") << "20060501"
-                        << "09:00"
-                        << "20060501"
-                        << "10:00"
-                        << "A4";
-    QTest::newRow("A4 end before start") << "20060501"
-                                         << "10:00"
-                                         << "20060501"
-                                         << "09:00"
-                                         << "A4";
-    QTest::newRow("A5") << "20060501"
-                        << "09:00"
-                        << "20060501"
-                        << "09:00"
-                        << "A5";
-    QTest::newRow("no dates at all") << ""
-                                     << ""
-                                     << ""
-                                     << ""
-                                     << "A1";
-    QTest::newRow("no dates, a start time") << ""
-                                            << "09:00"
-                                            << ""
-                                            << ""
-                                            << "A3";
-    QTest::newRow("T1") << ""
-                        << ""
-                        << "20060501"
-                        << ""
-                        << "T1";
-    QTest::newRow("T2") << ""
-                        << ""
-                        << "20060501"
-                        << "17:00"
-                        << "T2";
-    QTest::newRow("T ignores a start time") << ""
-                                            << "09:00"
-                                            << "20060501"
-                                            << ""
-                                            << "T1";
-    QTest::newRow("D1") << "20060501"
-                        << ""
-                        << ""
-                        << ""
-                        << "D1";
-    QTest::newRow("D2") << "20060501"
-                        << ""
-                        << ""
-                        << "17:00"
-                        << "D2";
-    QTest::newRow("D3") << "20060501"
-                        << "09:00"
-                        << ""
-                        << ""
-                        << "D3";
-    QTest::newRow("D4") << "20060501"
-                        << "10:00"
-                        << ""
-                        << "11:00"
-                        << "D4";
-    QTest::newRow("D5") << "20060501"
-                        << "10:00"
-                        << ""
-                        << "10:00"
-                        << "D5";
-    QTest::newRow("B1") << "20060501"
-                        << ""
-                        << "20060502"
-                        << ""
-                        << "B1";
-    QTest::newRow("B2") << "20060501"
-                        << ""
-                        << "20060502"
-                        << "01:00"
-                        << "B2";
-    QTest::newRow("B3") << "20060501"
-                        << "23:00"
-                        << "20060502"
-                        << ""
-                        << "B3";
-    QTest::newRow("B4") << "20060501"
-                        << "23:00"
-                        << "20060502"
-                        << "01:00"
-                        << "B4";
-    QTest::newRow("B4 equal times") << "20060501"
-                                    << "10:00"
-                                    << "20060502"
-                                    << "10:00"
-                                    << "B4";
-    QTest::newRow("B over a month end") << "20060531"
-                                        << ""
-                                        << "20060601"
-                                        << ""
-                                        << "B1";
-    QTest::newRow("B over a year end") << "20061231"
-                                       << ""
-                                       << "20070101"
-                                       << ""
-                                       << "B1";
-    QTest::newRow("B to a leap day") << "20080228"
-                                     << ""
-                                     << "20080229"
-                                     << ""
-                                     << "B1";
-    QTest::newRow("C over a leap day") << "20080228"
-                                       << ""
-                                       << "20080301"
-                                       << ""
-                                       << "C1";
-    QTest::newRow("B to March, no leap day") << "20060228"
-                                             << ""
-                                             << "20060301"
-                                             << ""
-                                             << "B1";
-    QTest::newRow("C1") << "20060501"
-                        << ""
-                        << "20060503"
-                        << ""
-                        << "C1";
-    QTest::newRow("C2") << "20060501"
-                        << ""
-                        << "20060503"
-                        << "17:00"
-                        << "C2";
-    QTest::newRow("C3") << "20060501"
-                        << "09:30"
-                        << "20060503"
-                        << ""
-                        << "C3";
-    QTest::newRow("C4") << "20060501"
-                        << "09:30"
-                        << "20060503"
-                        << "17:00"
-                        << "C4";
-    QTest::newRow("C4 equal times") << "20060501"
-                                    << "09:30"
-                                    << "20060503"
-                                    << "09:30"
-                                    << "C4";
-    QTest::newRow("C backwards span") << "20060501"
-                                      << ""
-                                      << "20060430"
-                                      << ""
-                                      << "C1";
-    QTest::newRow("C a year long") << "20060501"
-                                   << ""
-                                   << "20070501"
-                                   << ""
-                                   << "C1";
-    QTest::newRow("unreadable end date") << "20060501"
-                                         << ""
-                                         << "2006050"
-                                         << ""
-                                         << "";
-    QTest::newRow("impossible start date") << "20060230"
-                                           << ""
-                                           << "20060301"
-                                           << ""
-                                           << "";
+    // clang-format off
+    QTest::newRow("A1") << "20060501" << "" << "20060501" << "" << "A1";
+    QTest::newRow("A2") << "20060501" << "" << "20060501" << "17:00" << "A2";
+    QTest::newRow("A3") << "20060501" << "09:00" << "20060501" << "" << "A3";
+    QTest::newRow("A4") << "20060501" << "09:00" << "20060501" << "10:00" << "A4";
+    QTest::newRow("A4 end before start") << "20060501" << "10:00" << "20060501" << "09:00" << "A4";
+    QTest::newRow("A5") << "20060501" << "09:00" << "20060501" << "09:00" << "A5";
+    QTest::newRow("no dates at all") << "" << "" << "" << "" << "A1";
+    QTest::newRow("no dates, a start time") << "" << "09:00" << "" << "" << "A3";
+    QTest::newRow("T1") << "" << "" << "20060501" << "" << "T1";
+    QTest::newRow("T2") << "" << "" << "20060501" << "17:00" << "T2";
+    QTest::newRow("T ignores a start time") << "" << "09:00" << "20060501" << "" << "T1";
+    QTest::newRow("D1") << "20060501" << "" << "" << "" << "D1";
+    QTest::newRow("D2") << "20060501" << "" << "" << "17:00" << "D2";
+    QTest::newRow("D3") << "20060501" << "09:00" << "" << "" << "D3";
+    QTest::newRow("D4") << "20060501" << "10:00" << "" << "11:00" << "D4";
+    QTest::newRow("D5") << "20060501" << "10:00" << "" << "10:00" << "D5";
+    QTest::newRow("B1") << "20060501" << "" << "20060502" << "" << "B1";
+    QTest::newRow("B2") << "20060501" << "" << "20060502" << "01:00" << "B2";
+    QTest::newRow("B3") << "20060501" << "23:00" << "20060502" << "" << "B3";
+    QTest::newRow("B4") << "20060501" << "23:00" << "20060502" << "01:00" << "B4";
+    QTest::newRow("B4 equal times") << "20060501" << "10:00" << "20060502" << "10:00" << "B4";
+    QTest::newRow("B over a month end") << "20060531" << "" << "20060601" << "" << "B1";
+    QTest::newRow("B over a year end") << "20061231" << "" << "20070101" << "" << "B1";
+    QTest::newRow("B to a leap day") << "20080228" << "" << "20080229" << "" << "B1";
+    QTest::newRow("C over a leap day") << "20080228" << "" << "20080301" << "" << "C1";
+    QTest::newRow("B to March, no leap day") << "20060228" << "" << "20060301" << "" << "B1";
+    QTest::newRow("C1") << "20060501" << "" << "20060503" << "" << "C1";
+    QTest::newRow("C2") << "20060501" << "" << "20060503" << "17:00" << "C2";
+    QTest::newRow("C3") << "20060501" << "09:30" << "20060503" << "" << "C3";
+    QTest::newRow("C4") << "20060501" << "09:30" << "20060503" << "17:00" << "C4";
+    QTest::newRow("C4 equal times") << "20060501" << "09:30" << "20060503" << "09:30" << "C4";
+    QTest::newRow("C backwards span") << "20060501" << "" << "20060430" << "" << "C1";
+    QTest::newRow("C a year long") << "20060501" << "" << "20070501" << "" << "C1";
+    QTest::newRow("unreadable end date") << "20060501" << "" << "2006050" << "" << "";
+    QTest::newRow("impossible start date") << "20060230" << "" << "20060301" << "" << "";
+    // clang-format on
 }
 
 void TestEntryKinds::kindCode()
@@ -247,6 +109,7 @@ void TestEntryKinds::storedDateToDate_data()
 {
     QTest::addColumn<QString>("stored");
     QTest::addColumn<QDate>("date");
+    // clang-format off
     QTest::newRow("empty is the no-date value") << "" << QDate(100, 1, 1);
     QTest::newRow("plain") << "20060501" << QDate(2006, 5, 1);
     QTest::newRow("leap day") << "20080229" << QDate(2008, 2, 29);
@@ -262,6 +125,7 @@ void TestEntryKinds::storedDateToDate_data()
     QTest::newRow("blank inside") << "2006 501" << QDate();
     QTest::newRow("sign") << "-2006050" << QDate();
     QTest::newRow("full-width digits") << "２００６０５０１" << QDate();
+    // clang-format on
 }
 
 void TestEntryKinds::storedDateToDate()
@@ -300,350 +164,74 @@ void TestEntryKinds::entryLineText_data()
     const QDate may2(2006, 5, 2);
     const QDate may3(2006, 5, 3);
     // One-day and open-ended entries, on their day.
-    QTest::newRow("A1") << may1 << "20060501"
-                        << ""
-                        << "20060501"
-                        << ""
-                        << "A1"
-                        << ""
-                        << "";
-    QTest::newRow("A2") << may1 << "20060501"
-                        << ""
-                        << "20060501"
-                        << "17:00"
-                        << "A2"
-                        << ""
-                        << "      - 17:00";
-    QTest::newRow("A3") << may1 << "20060501"
-                        << "09:30"
-                        << "20060501"
-                        << ""
-                        << "A3"
-                        << ""
-                        << " 9:30";
-    QTest::newRow("A4") << may1 << "20060501"
-                        << "09:00"
-                        << "20060501"
-                        << "10:30"
-                        << "A4"
-                        << ""
-                        << " 9:00 - 10:30";
-    QTest::newRow("A5") << may1 << "20060501"
-                        << "10:00"
-                        << "20060501"
-                        << "10:00"
-                        << "A5"
-                        << ""
-                        << "10:00";
-    QTest::newRow("A3 at 09:05") << may1 << "20060501"
-                                 << "09:05"
-                                 << "20060501"
-                                 << ""
-                                 << "A3"
-                                 << ""
-                                 << " 9:05";
-    QTest::newRow("A4 midnight") << may1 << "20060501"
-                                 << "00:00"
-                                 << "20060501"
-                                 << "00:30"
-                                 << "A4"
-                                 << ""
-                                 << " 0:00 -  0:30";
-    QTest::newRow("D1") << may1 << "20060501"
-                        << ""
-                        << ""
-                        << ""
-                        << "D1"
-                        << ""
-                        << "";
-    QTest::newRow("D2") << may1 << "20060501"
-                        << ""
-                        << ""
-                        << "08:15"
-                        << "D2"
-                        << ""
-                        << "      -  8:15";
-    QTest::newRow("D3") << may1 << "20060501"
-                        << "21:00"
-                        << ""
-                        << ""
-                        << "D3"
-                        << ""
-                        << "21:00";
-    QTest::newRow("D4") << may1 << "20060501"
-                        << "10:00"
-                        << ""
-                        << "11:00"
-                        << "D4"
-                        << ""
-                        << "10:00 - 11:00";
-    QTest::newRow("D5") << may1 << "20060501"
-                        << "07:00"
-                        << ""
-                        << "07:00"
-                        << "D5"
-                        << ""
-                        << " 7:00";
+    // clang-format off
+    QTest::newRow("A1") << may1 << "20060501" << "" << "20060501" << "" << "A1" << "" << "";
+    QTest::newRow("A2") << may1 << "20060501" << "" << "20060501" << "17:00" << "A2" << "" << "      - 17:00";
+    QTest::newRow("A3") << may1 << "20060501" << "09:30" << "20060501" << "" << "A3" << "" << " 9:30";
+    QTest::newRow("A4") << may1 << "20060501" << "09:00" << "20060501" << "10:30" << "A4" << "" << " 9:00 - 10:30";
+    QTest::newRow("A5") << may1 << "20060501" << "10:00" << "20060501" << "10:00" << "A5" << "" << "10:00";
+    QTest::newRow("A3 at 09:05") << may1 << "20060501" << "09:05" << "20060501" << "" << "A3" << "" << " 9:05";
+    QTest::newRow("A4 midnight") << may1 << "20060501" << "00:00" << "20060501" << "00:30" << "A4" << "" << " 0:00 -  0:30";
+    QTest::newRow("D1") << may1 << "20060501" << "" << "" << "" << "D1" << "" << "";
+    QTest::newRow("D2") << may1 << "20060501" << "" << "" << "08:15" << "D2" << "" << "      -  8:15";
+    QTest::newRow("D3") << may1 << "20060501" << "21:00" << "" << "" << "D3" << "" << "21:00";
+    QTest::newRow("D4") << may1 << "20060501" << "10:00" << "" << "11:00" << "D4" << "" << "10:00 - 11:00";
+    QTest::newRow("D5") << may1 << "20060501" << "07:00" << "" << "07:00" << "D5" << "" << " 7:00";
+    // clang-format on
     // ... and on any other day.
-    QTest::newRow("A4 next day") << may2 << "20060501"
-                                 << "09:00"
-                                 << "20060501"
-                                 << "10:30"
-                                 << "A4"
-                                 << ""
-                                 << "";
-    QTest::newRow("D3 day before") << QDate(2006, 4, 30) << "20060501"
-                                   << "21:00"
-                                   << ""
-                                   << ""
-                                   << "D3"
-                                   << ""
-                                   << "";
+    // clang-format off
+    QTest::newRow("A4 next day") << may2 << "20060501" << "09:00" << "20060501" << "10:30" << "A4" << "" << "";
+    QTest::newRow("D3 day before") << QDate(2006, 4, 30) << "20060501" << "21:00" << "" << "" << "D3" << "" << "";
+    // clang-format on
 
     // To the next day: start day, then end day.
-    QTest::newRow("B1 start") << may1 << "20060501"
-                              << ""
-                              << "20060502"
-                              << ""
-                              << "B1"
-                              << ""
-                              << " 5/ 1 -  5/ 2";
-    QTest::newRow("B1 end") << may2 << "20060501"
-                            << ""
-                            << "20060502"
-                            << ""
-                            << "B1"
-                            << ""
-                            << " 5/ 1 -> 5/ 2";
-    QTest::newRow("B2 start") << may1 << "20060501"
-                              << ""
-                              << "20060502"
-                              << "17:00"
-                              << "B2"
-                              << ""
-                              << " 5/ 1 -  5/ 2";
-    QTest::newRow("B2 end") << may2 << "20060501"
-                            << ""
-                            << "20060502"
-                            << "17:00"
-                            << "B2"
-                            << ""
-                            << " 5/ 1 ->17:00";
-    QTest::newRow("B3 start") << may1 << "20060501"
-                              << "23:00"
-                              << "20060502"
-                              << ""
-                              << "B3"
-                              << ""
-                              << "23:00 -  5/ 2";
-    QTest::newRow("B3 end") << may2 << "20060501"
-                            << "23:00"
-                            << "20060502"
-                            << ""
-                            << "B3"
-                            << ""
-                            << " 5/ 1 -> 5/ 2";
-    QTest::newRow("B4 start") << may1 << "20060501"
-                              << "23:00"
-                              << "20060502"
-                              << "01:00"
-                              << "B4"
-                              << ""
-                              << "23:00 -  5/ 2";
-    QTest::newRow("B4 end") << may2 << "20060501"
-                            << "23:00"
-                            << "20060502"
-                            << "01:00"
-                            << "B4"
-                            << ""
-                            << " 5/ 1 -> 1:00";
-    QTest::newRow("B4 day after") << may3 << "20060501"
-                                  << "23:00"
-                                  << "20060502"
-                                  << "01:00"
-                                  << "B4"
-                                  << ""
-                                  << "";
+    // clang-format off
+    QTest::newRow("B1 start") << may1 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -  5/ 2";
+    QTest::newRow("B1 end") << may2 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -> 5/ 2";
+    QTest::newRow("B2 start") << may1 << "20060501" << "" << "20060502" << "17:00" << "B2" << "" << " 5/ 1 -  5/ 2";
+    QTest::newRow("B2 end") << may2 << "20060501" << "" << "20060502" << "17:00" << "B2" << "" << " 5/ 1 ->17:00";
+    QTest::newRow("B3 start") << may1 << "20060501" << "23:00" << "20060502" << "" << "B3" << "" << "23:00 -  5/ 2";
+    QTest::newRow("B3 end") << may2 << "20060501" << "23:00" << "20060502" << "" << "B3" << "" << " 5/ 1 -> 5/ 2";
+    QTest::newRow("B4 start") << may1 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "23:00 -  5/ 2";
+    QTest::newRow("B4 end") << may2 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << " 5/ 1 -> 1:00";
+    QTest::newRow("B4 day after") << may3 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "";
+    // clang-format on
 
     // Longer spans: start, middle, end, outside.
-    QTest::newRow("C3 start") << may1 << "20060501"
-                              << "09:30"
-                              << "20060503"
-                              << ""
-                              << "C3"
-                              << ""
-                              << " 9:30 -  5/ 3";
-    QTest::newRow("C3 middle") << may2 << "20060501"
-                               << "09:30"
-                               << "20060503"
-                               << ""
-                               << "C3"
-                               << ""
-                               << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C3 end") << may3 << "20060501"
-                            << "09:30"
-                            << "20060503"
-                            << ""
-                            << "C3"
-                            << ""
-                            << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C3 after") << QDate(2006, 5, 4) << "20060501"
-                              << "09:30"
-                              << "20060503"
-                              << ""
-                              << "C3"
-                              << ""
-                              << "";
-    QTest::newRow("C3 before") << QDate(2006, 4, 30) << "20060501"
-                               << "09:30"
-                               << "20060503"
-                               << ""
-                               << "C3"
-                               << ""
-                               << "";
-    QTest::newRow("C1 start") << may1 << "20060501"
-                              << ""
-                              << "20060503"
-                              << ""
-                              << "C1"
-                              << ""
-                              << " 5/ 1 -  5/ 3";
-    QTest::newRow("C2 start") << may1 << "20060501"
-                              << ""
-                              << "20060503"
-                              << "18:00"
-                              << "C2"
-                              << ""
-                              << " 5/ 1 -  5/ 3";
-    QTest::newRow("C2 middle") << may2 << "20060501"
-                               << ""
-                               << "20060503"
-                               << "18:00"
-                               << "C2"
-                               << ""
-                               << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C2 end") << may3 << "20060501"
-                            << ""
-                            << "20060503"
-                            << "18:00"
-                            << "C2"
-                            << ""
-                            << " 5/ 1 ->18:00";
-    QTest::newRow("C4 start") << may1 << "20060501"
-                              << "09:30"
-                              << "20060503"
-                              << "08:00"
-                              << "C4"
-                              << ""
-                              << " 9:30 -  5/ 3";
-    QTest::newRow("C4 middle") << may2 << "20060501"
-                               << "09:30"
-                               << "20060503"
-                               << "08:00"
-                               << "C4"
-                               << ""
-                               << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C4 end") << may3 << "20060501"
-                            << "09:30"
-                            << "20060503"
-                            << "08:00"
-                            << "C4"
-                            << ""
-                            << " 5/ 1 -> 8:00";
-    QTest::newRow("C1 entering from the previous month") << may1 << "20060420"
-                                                         << ""
-                                                         << "20060505"
-                                                         << ""
-                                                         << "C1"
-                                                         << ""
-                                                         << " 4/20 -> 5/ 5";
-    QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << "20061228"
-                                        << ""
-                                        << "20070103"
-                                        << ""
-                                        << "C1"
-                                        << ""
-                                        << "12/28 -> 1/ 3";
-    QTest::newRow("no blanking in October") << QDate(2006, 10, 10) << "20061010"
-                                            << ""
-                                            << "20061031"
-                                            << ""
-                                            << "C1"
-                                            << ""
-                                            << "10/10 - 10/31";
-    QTest::newRow("backwards span, start day") << may1 << "20060501"
-                                               << ""
-                                               << "20060430"
-                                               << ""
-                                               << "C1"
-                                               << ""
-                                               << " 5/ 1 -  4/30";
-    QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << "20060501"
-                                             << ""
-                                             << "20060430"
-                                             << ""
-                                             << "C1"
-                                             << ""
-                                             << "";
+    // clang-format off
+    QTest::newRow("C3 start") << may1 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 9:30 -  5/ 3";
+    QTest::newRow("C3 middle") << may2 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
+    QTest::newRow("C3 end") << may3 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
+    QTest::newRow("C3 after") << QDate(2006, 5, 4) << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << "";
+    QTest::newRow("C3 before") << QDate(2006, 4, 30) << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << "";
+    QTest::newRow("C1 start") << may1 << "20060501" << "" << "20060503" << "" << "C1" << "" << " 5/ 1 -  5/ 3";
+    QTest::newRow("C2 start") << may1 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 -  5/ 3";
+    QTest::newRow("C2 middle") << may2 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 -> 5/ 3";
+    QTest::newRow("C2 end") << may3 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 ->18:00";
+    QTest::newRow("C4 start") << may1 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 9:30 -  5/ 3";
+    QTest::newRow("C4 middle") << may2 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 5/ 1 -> 5/ 3";
+    QTest::newRow("C4 end") << may3 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 5/ 1 -> 8:00";
+    QTest::newRow("C1 entering from the previous month") << may1 << "20060420" << "" << "20060505" << "" << "C1" << "" << " 4/20 -> 5/ 5";
+    QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << "20061228" << "" << "20070103" << "" << "C1" << "" << "12/28 -> 1/ 3";
+    QTest::newRow("no blanking in October") << QDate(2006, 10, 10) << "20061010" << "" << "20061031" << "" << "C1" << "" << "10/10 - 10/31";
+    QTest::newRow("backwards span, start day") << may1 << "20060501" << "" << "20060430" << "" << "C1" << "" << " 5/ 1 -  4/30";
+    QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << "20060501" << "" << "20060430" << "" << "C1" << "" << "";
+    // clang-format on
 
     // Tasks on their deadline day, done or not, and elsewhere.
-    QTest::newRow("T1") << QDate(2006, 5, 10) << ""
-                        << ""
-                        << "20060510"
-                        << ""
-                        << "T1"
-                        << "0"
-                        << "      -> 5/10";
-    QTest::newRow("T2") << may1 << ""
-                        << ""
-                        << "20060501"
-                        << "17:00"
-                        << "T2"
-                        << "0"
-                        << "      ->17:00";
-    QTest::newRow("T2 done") << may1 << ""
-                             << ""
-                             << "20060501"
-                             << "09:00"
-                             << "T2"
-                             << "1"
-                             << "      -> 9:00";
-    QTest::newRow("T1 done") << QDate(2006, 12, 1) << ""
-                             << ""
-                             << "20061201"
-                             << ""
-                             << "T1"
-                             << "1"
-                             << "      ->12/ 1";
-    QTest::newRow("T1 other day") << may2 << ""
-                                  << ""
-                                  << "20060501"
-                                  << ""
-                                  << "T1"
-                                  << "0"
-                                  << "";
+    // clang-format off
+    QTest::newRow("T1") << QDate(2006, 5, 10) << "" << "" << "20060510" << "" << "T1" << "0" << "      -> 5/10";
+    QTest::newRow("T2") << may1 << "" << "" << "20060501" << "17:00" << "T2" << "0" << "      ->17:00";
+    QTest::newRow("T2 done") << may1 << "" << "" << "20060501" << "09:00" << "T2" << "1" << "      -> 9:00";
+    QTest::newRow("T1 done") << QDate(2006, 12, 1) << "" << "" << "20061201" << "" << "T1" << "1" << "      ->12/ 1";
+    QTest::newRow("T1 other day") << may2 << "" << "" << "20060501" << "" << "T1" << "0" << "";
+    // clang-format on
 
-    QTest::newRow("unknown kind") << may1 << "20060501"
-                                  << "09:00"
-                                  << "20060501"
-                                  << ""
-                                  << "Z3"
-                                  << ""
-                                  << "";
-    QTest::newRow("empty kind") << may1 << "20060501"
-                                << "09:00"
-                                << "20060501"
-                                << ""
-                                << ""
-                                << ""
-                                << "";
-    QTest::newRow("invalid day") << QDate() << "20060501"
-                                 << "09:00"
-                                 << "20060501"
-                                 << ""
-                                 << "A3"
-                                 << ""
-                                 << "";
+    // clang-format off
+    QTest::newRow("unknown kind") << may1 << "20060501" << "09:00" << "20060501" << "" << "Z3" << "" << "";
+    QTest::newRow("empty kind") << may1 << "20060501" << "09:00" << "20060501" << "" << "" << "" << "";
+    QTest::newRow("invalid day") << QDate() << "20060501" << "09:00" << "20060501" << "" << "A3" << "" << "";
+    // clang-format on
 }
 
 void TestEntryKinds::entryLineText()
@@ -711,46 +299,21 @@ void TestEntryKinds::markDates_data()
     QTest::addColumn<QStringList>("marks");
 
     // The window throughout: the grid of May 2006, 2006/04/30 to 2006/06/10.
-    QTest::newRow("A on its start") << "A3"
-                                    << "20060515"
-                                    << "20060515" << QStringList{"20060515"};
-    QTest::newRow("A outside") << "A3"
-                               << "20060615"
-                               << "20060615" << QStringList{};
-    QTest::newRow("D on its start") << "D4"
-                                    << "20060430"
-                                    << "" << QStringList{"20060430"};
-    QTest::newRow("T on its deadline") << "T1"
-                                       << ""
-                                       << "20060608" << QStringList{"20060608"};
-    QTest::newRow("T after the grid") << "T2"
-                                      << ""
-                                      << "20060611" << QStringList{};
-    QTest::newRow("B inside") << "B1"
-                              << "20060509"
-                              << "20060510" << QStringList{"20060509", "20060510"};
-    QTest::newRow("B entering the grid") << "B4"
-                                         << "20060429"
-                                         << "20060430" << QStringList{"20060430"};
-    QTest::newRow("C from the previous month")
-        << "C1"
-        << "20060425"
-        << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
-    QTest::newRow("C leaving the grid") << "C2"
-                                        << "20060609"
-                                        << "20060620" << QStringList{"20060609", "20060610"};
-    QTest::newRow("C backwards") << "C1"
-                                 << "20060510"
-                                 << "20060505" << QStringList{};
-    QTest::newRow("C unreadable end") << "C1"
-                                      << "20060510"
-                                      << "2006051x" << QStringList{};
-    QTest::newRow("unknown kind") << "X1"
-                                  << "20060510"
-                                  << "20060510" << QStringList{};
-    QTest::newRow("empty kind") << ""
-                                << "20060510"
-                                << "20060510" << QStringList{};
+    // clang-format off
+    QTest::newRow("A on its start") << "A3" << "20060515" << "20060515" << QStringList{"20060515"};
+    QTest::newRow("A outside") << "A3" << "20060615" << "20060615" << QStringList{};
+    QTest::newRow("D on its start") << "D4" << "20060430" << "" << QStringList{"20060430"};
+    QTest::newRow("T on its deadline") << "T1" << "" << "20060608" << QStringList{"20060608"};
+    QTest::newRow("T after the grid") << "T2" << "" << "20060611" << QStringList{};
+    QTest::newRow("B inside") << "B1" << "20060509" << "20060510" << QStringList{"20060509", "20060510"};
+    QTest::newRow("B entering the grid") << "B4" << "20060429" << "20060430" << QStringList{"20060430"};
+    QTest::newRow("C from the previous month") << "C1" << "20060425" << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
+    QTest::newRow("C leaving the grid") << "C2" << "20060609" << "20060620" << QStringList{"20060609", "20060610"};
+    QTest::newRow("C backwards") << "C1" << "20060510" << "20060505" << QStringList{};
+    QTest::newRow("C unreadable end") << "C1" << "20060510" << "2006051x" << QStringList{};
+    QTest::newRow("unknown kind") << "X1" << "20060510" << "20060510" << QStringList{};
+    QTest::newRow("empty kind") << "" << "20060510" << "20060510" << QStringList{};
+    // clang-format on
 }
 
 void TestEntryKinds::markDates()
@@ -783,6 +346,7 @@ void TestEntryKinds::dayOffDate_data()
     QTest::addColumn<qint64>("month");
     QTest::addColumn<qint64>("day");
     QTest::addColumn<QDate>("date");
+    // clang-format off
     QTest::newRow("2/29 in a leap year") << 2008 << qint64(2) << qint64(29) << QDate(2008, 2, 29);
     QTest::newRow("2/29 in 2000") << 2000 << qint64(2) << qint64(29) << QDate(2000, 2, 29);
     QTest::newRow("2/29 in a plain year") << 2006 << qint64(2) << qint64(29) << QDate();
@@ -796,6 +360,7 @@ void TestEntryKinds::dayOffDate_data()
     QTest::newRow("day 0") << 2006 << qint64(5) << qint64(0) << QDate();
     QTest::newRow("huge month") << 2006 << qint64(4294967297LL) << qint64(1) << QDate();
     QTest::newRow("negative day") << 2006 << qint64(5) << qint64(-3) << QDate();
+    // clang-format on
 }
 
 void TestEntryKinds::dayOffDate()

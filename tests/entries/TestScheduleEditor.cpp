@@ -175,142 +175,30 @@ void TestScheduleEditor::validation_data()
     const QString noStart = QStringLiteral("開始日付を入力してください");
     const QString badDates = QStringLiteral("日時の開始と終了日付が正しくありません");
     const QString badTimes = QStringLiteral("日時の開始と終了時間が正しくありません");
-    QTest::newRow("subject and start both empty") << ""
-                                                  << ""
-                                                  << ""
-                                                  << ""
-                                                  << "" << noSubject << "";
-    QTest::newRow("blank subject") << "   "
-                                   << "2006/05/01"
-                                   << ""
-                                   << ""
-                                   << "" << noSubject << "";
-    QTest::newRow("no start date") << "会議"
-                                   << ""
-                                   << "10:00"
-                                   << ""
-                                   << "" << noStart << "";
-    QTest::newRow("start date that is no date") << "会議"
-                                                << "あした"
-                                                << ""
-                                                << ""
-                                                << "" << noStart << "";
-    QTest::newRow("end before start") << "会議"
-                                      << "2006/05/01"
-                                      << ""
-                                      << "2006/04/30"
-                                      << "" << badDates << "";
-    QTest::newRow("end that is no date") << "会議"
-                                         << "2006/05/01"
-                                         << ""
-                                         << "5月2日"
-                                         << "" << badDates << "";
-    QTest::newRow("same day, times backwards") << "会議"
-                                               << "2006/05/01"
-                                               << "10:00"
-                                               << "2006/05/01"
-                                               << "09:00" << badTimes << "";
-    QTest::newRow("same day written differently") << "会議"
-                                                  << "2006/05/01"
-                                                  << "10:00"
-                                                  << "2006/5/1"
-                                                  << "09:00" << badTimes << "";
-    QTest::newRow("no end date, times backwards") << "会議"
-                                                  << "2006/05/01"
-                                                  << "11:00"
-                                                  << ""
-                                                  << "10:00" << badTimes << "";
-    QTest::newRow("equal times A5") << "会議"
-                                    << "2006/05/01"
-                                    << "10:00"
-                                    << "2006/05/01"
-                                    << "10:00"
-                                    << ""
-                                    << "A5";
-    QTest::newRow("over midnight B4") << "夜勤"
-                                      << "2006/05/01"
-                                      << "23:00"
-                                      << "2006/05/02"
-                                      << "01:00"
-                                      << ""
-                                      << "B4";
-    QTest::newRow("no end date D4") << "会議"
-                                    << "2006/05/01"
-                                    << "10:00"
-                                    << ""
-                                    << "11:00"
-                                    << ""
-                                    << "D4";
-    QTest::newRow("A1") << "休暇"
-                        << "2006/05/01"
-                        << ""
-                        << "2006/05/01"
-                        << ""
-                        << ""
-                        << "A1";
-    QTest::newRow("A2") << "締切"
-                        << "2006/05/01"
-                        << ""
-                        << "2006/05/01"
-                        << "17:00"
-                        << ""
-                        << "A2";
-    QTest::newRow("A3") << "朝礼"
-                        << "2006/05/01"
-                        << "08:30"
-                        << "2006/05/01"
-                        << ""
-                        << ""
-                        << "A3";
-    QTest::newRow("A4") << "会議"
-                        << "2006/05/01"
-                        << "09:00"
-                        << "2006/05/01"
-                        << "10:30"
-                        << ""
-                        << "A4";
-    QTest::newRow("D1") << "旅行"
-                        << "2006/05/01"
-                        << ""
-                        << ""
-                        << ""
-                        << ""
-                        << "D1";
-    QTest::newRow("B1") << "出張"
-                        << "2006/05/01"
-                        << ""
-                        << "2006/05/02"
-                        << ""
-                        << ""
-                        << "B1";
-    QTest::newRow("C1") << "連休"
-                        << "2006/05/01"
-                        << ""
-                        << "2006/05/05"
-                        << ""
-                        << ""
-                        << "C1";
-    QTest::newRow("C4 times backwards on other days") << "研修"
-                                                      << "2006/05/01"
-                                                      << "18:00"
-                                                      << "2006/05/03"
-                                                      << "09:00"
-                                                      << ""
-                                                      << "C4";
-    QTest::newRow("apostrophe") << "Bob's party"
-                                << "2006/05/01"
-                                << ""
-                                << ""
-                                << ""
-                                << ""
-                                << "D1";
-    QTest::newRow("typed forms are tidied") << "会議"
-                                            << "2006/5/1"
-                                            << "9:5"
-                                            << ""
-                                            << "10:0"
-                                            << ""
-                                            << "D4";
+    // clang-format off
+    QTest::newRow("subject and start both empty") << "" << "" << "" << "" << "" << noSubject << "";
+    QTest::newRow("blank subject") << "   " << "2006/05/01" << "" << "" << "" << noSubject << "";
+    QTest::newRow("no start date") << "会議" << "" << "10:00" << "" << "" << noStart << "";
+    QTest::newRow("start date that is no date") << "会議" << "あした" << "" << "" << "" << noStart << "";
+    QTest::newRow("end before start") << "会議" << "2006/05/01" << "" << "2006/04/30" << "" << badDates << "";
+    QTest::newRow("end that is no date") << "会議" << "2006/05/01" << "" << "5月2日" << "" << badDates << "";
+    QTest::newRow("same day, times backwards") << "会議" << "2006/05/01" << "10:00" << "2006/05/01" << "09:00" << badTimes << "";
+    QTest::newRow("same day written differently") << "会議" << "2006/05/01" << "10:00" << "2006/5/1" << "09:00" << badTimes << "";
+    QTest::newRow("no end date, times backwards") << "会議" << "2006/05/01" << "11:00" << "" << "10:00" << badTimes << "";
+    QTest::newRow("equal times A5") << "会議" << "2006/05/01" << "10:00" << "2006/05/01" << "10:00" << "" << "A5";
+    QTest::newRow("over midnight B4") << "夜勤" << "2006/05/01" << "23:00" << "2006/05/02" << "01:00" << "" << "B4";
+    QTest::newRow("no end date D4") << "会議" << "2006/05/01" << "10:00" << "" << "11:00" << "" << "D4";
+    QTest::newRow("A1") << "休暇" << "2006/05/01" << "" << "2006/05/01" << "" << "" << "A1";
+    QTest::newRow("A2") << "締切" << "2006/05/01" << "" << "2006/05/01" << "17:00" << "" << "A2";
+    QTest::newRow("A3") << "朝礼" << "2006/05/01" << "08:30" << "2006/05/01" << "" << "" << "A3";
+    QTest::newRow("A4") << "会議" << "2006/05/01" << "09:00" << "2006/05/01" << "10:30" << "" << "A4";
+    QTest::newRow("D1") << "旅行" << "2006/05/01" << "" << "" << "" << "" << "D1";
+    QTest::newRow("B1") << "出張" << "2006/05/01" << "" << "2006/05/02" << "" << "" << "B1";
+    QTest::newRow("C1") << "連休" << "2006/05/01" << "" << "2006/05/05" << "" << "" << "C1";
+    QTest::newRow("C4 times backwards on other days") << "研修" << "2006/05/01" << "18:00" << "2006/05/03" << "09:00" << "" << "C4";
+    QTest::newRow("apostrophe") << "Bob's party" << "2006/05/01" << "" << "" << "" << "" << "D1";
+    QTest::newRow("typed forms are tidied") << "会議" << "2006/5/1" << "9:5" << "" << "10:0" << "" << "D4";
+    // clang-format on
 }
 
 void TestScheduleEditor::validation()
@@ -529,33 +417,17 @@ void TestScheduleEditor::focusNormalisation_data()
     QTest::addColumn<QString>("control");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("9:5") << "CmbStartTime"
-                         << "9:5"
-                         << "09:05";
-    QTest::newRow("7:3") << "CmbEndTime"
-                         << "7:3"
-                         << "07:03";
-    QTest::newRow("full-width time") << "CmbEndTime"
-                                     << "１８：００"
-                                     << "18:00";
-    QTest::newRow("no time") << "CmbStartTime"
-                             << "朝"
-                             << "";
-    QTest::newRow("25:00") << "CmbEndTime"
-                           << "25:00"
-                           << "";
-    QTest::newRow("short date") << "TxtStartDate"
-                                << "2006/5/3"
-                                << "2006/05/03";
-    QTest::newRow("month and day") << "TxtStartDate"
-                                   << "5/3"
-                                   << "2026/05/03";
-    QTest::newRow("no date") << "TxtStartDate"
-                             << "2006/02/30"
-                             << "";
-    QTest::newRow("end date is left as typed") << "TxtEndDate"
-                                               << "2006/5/3"
-                                               << "2006/5/3";
+    // clang-format off
+    QTest::newRow("9:5") << "CmbStartTime" << "9:5" << "09:05";
+    QTest::newRow("7:3") << "CmbEndTime" << "7:3" << "07:03";
+    QTest::newRow("full-width time") << "CmbEndTime" << "１８：００" << "18:00";
+    QTest::newRow("no time") << "CmbStartTime" << "朝" << "";
+    QTest::newRow("25:00") << "CmbEndTime" << "25:00" << "";
+    QTest::newRow("short date") << "TxtStartDate" << "2006/5/3" << "2006/05/03";
+    QTest::newRow("month and day") << "TxtStartDate" << "5/3" << "2026/05/03";
+    QTest::newRow("no date") << "TxtStartDate" << "2006/02/30" << "";
+    QTest::newRow("end date is left as typed") << "TxtEndDate" << "2006/5/3" << "2006/5/3";
+    // clang-format on
 }
 
 void TestScheduleEditor::focusNormalisation()
@@ -638,18 +510,12 @@ void TestScheduleEditor::stickyNoteHandOver_data()
     QTest::addColumn<double>("random");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("color");
-    QTest::newRow("start only") << "09:00"
-                                << ""
-                                << "" << 0.0 << "05/01 09:00\r\n会議\r\n3F 会議室" << 0;
-    QTest::newRow("end time") << "09:00"
-                              << ""
-                              << "10:30" << 0.5 << "05/01 09:00 - 10:30\r\n会議\r\n3F 会議室" << 3;
-    QTest::newRow("end date") << ""
-                              << "2006/05/03"
-                              << "" << 0.999 << "05/01  - 05/03 \r\n会議\r\n3F 会議室" << 6;
-    QTest::newRow("both ends") << "23:00"
-                               << "2006/05/02"
-                               << "01:00" << 0.2 << "05/01 23:00 - 05/02 01:00\r\n会議\r\n3F 会議室" << 1;
+    // clang-format off
+    QTest::newRow("start only") << "09:00" << "" << "" << 0.0 << "05/01 09:00\r\n会議\r\n3F 会議室" << 0;
+    QTest::newRow("end time") << "09:00" << "" << "10:30" << 0.5 << "05/01 09:00 - 10:30\r\n会議\r\n3F 会議室" << 3;
+    QTest::newRow("end date") << "" << "2006/05/03" << "" << 0.999 << "05/01  - 05/03 \r\n会議\r\n3F 会議室" << 6;
+    QTest::newRow("both ends") << "23:00" << "2006/05/02" << "01:00" << 0.2 << "05/01 23:00 - 05/02 01:00\r\n会議\r\n3F 会議室" << 1;
+    // clang-format on
 }
 
 void TestScheduleEditor::stickyNoteHandOver()

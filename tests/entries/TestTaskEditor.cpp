@@ -183,37 +183,17 @@ void TestTaskEditor::validation_data()
     QTest::addColumn<QString>("kind");
     const QString noName = QStringLiteral("タスク名を入力してください");
     const QString noDeadline = QStringLiteral("期限を入力してください");
-    QTest::newRow("nothing") << ""
-                             << ""
-                             << "" << false << noName << "";
-    QTest::newRow("blank name") << "  "
-                                << "2006/05/10"
-                                << "" << false << noName << "";
-    QTest::newRow("no deadline") << "報告書"
-                                 << ""
-                                 << "" << false << noDeadline << "";
-    QTest::newRow("no deadline, marked so") << "報告書"
-                                            << ""
-                                            << "" << true << noDeadline << "";
-    QTest::newRow("deadline that is no date") << "報告書"
-                                              << "来週"
-                                              << "" << false << noDeadline << "";
-    QTest::newRow("T1") << "報告書"
-                        << "2006/05/10"
-                        << "" << false << ""
-                        << "T1";
-    QTest::newRow("T2") << "報告書"
-                        << "2006/05/10"
-                        << "17:00" << false << ""
-                        << "T2";
-    QTest::newRow("time tidied") << "報告書"
-                                 << "2006/5/10"
-                                 << "9:5" << false << ""
-                                 << "T2";
-    QTest::newRow("apostrophe") << "Ann's report"
-                                << "2006/05/10"
-                                << "" << false << ""
-                                << "T1";
+    // clang-format off
+    QTest::newRow("nothing") << "" << "" << "" << false << noName << "";
+    QTest::newRow("blank name") << "  " << "2006/05/10" << "" << false << noName << "";
+    QTest::newRow("no deadline") << "報告書" << "" << "" << false << noDeadline << "";
+    QTest::newRow("no deadline, marked so") << "報告書" << "" << "" << true << noDeadline << "";
+    QTest::newRow("deadline that is no date") << "報告書" << "来週" << "" << false << noDeadline << "";
+    QTest::newRow("T1") << "報告書" << "2006/05/10" << "" << false << "" << "T1";
+    QTest::newRow("T2") << "報告書" << "2006/05/10" << "17:00" << false << "" << "T2";
+    QTest::newRow("time tidied") << "報告書" << "2006/5/10" << "9:5" << false << "" << "T2";
+    QTest::newRow("apostrophe") << "Ann's report" << "2006/05/10" << "" << false << "" << "T1";
+    // clang-format on
 }
 
 void TestTaskEditor::validation()
@@ -305,30 +285,14 @@ void TestTaskEditor::completionDate_data()
     QTest::addColumn<QString>("typed"); // "-" = leave the box as loaded
     QTest::addColumn<QString>("completion");
     QTest::addColumn<QString>("compDt");
-    QTest::newRow("done today") << "0"
-                                << "" << true << "2006/05/11"
-                                << "1"
-                                << "20060511";
-    QTest::newRow("done, typed loosely") << "0"
-                                         << "" << true << "2006/5/9"
-                                         << "1"
-                                         << "20060509";
-    QTest::newRow("done, box emptied") << "0"
-                                       << "" << true << ""
-                                       << "1"
-                                       << "";
-    QTest::newRow("done, box not a date") << "0"
-                                          << "" << true << "昨日"
-                                          << "1"
-                                          << "";
-    QTest::newRow("undone keeps the date") << "1"
-                                           << "20060511" << false << "-"
-                                           << "0"
-                                           << "20060511";
-    QTest::newRow("never done writes the no-date value") << "0"
-                                                         << "" << false << "-"
-                                                         << "0"
-                                                         << "01000101";
+    // clang-format off
+    QTest::newRow("done today") << "0" << "" << true << "2006/05/11" << "1" << "20060511";
+    QTest::newRow("done, typed loosely") << "0" << "" << true << "2006/5/9" << "1" << "20060509";
+    QTest::newRow("done, box emptied") << "0" << "" << true << "" << "1" << "";
+    QTest::newRow("done, box not a date") << "0" << "" << true << "昨日" << "1" << "";
+    QTest::newRow("undone keeps the date") << "1" << "20060511" << false << "-" << "0" << "20060511";
+    QTest::newRow("never done writes the no-date value") << "0" << "" << false << "-" << "0" << "01000101";
+    // clang-format on
 }
 
 void TestTaskEditor::completionDate()

@@ -1,8 +1,8 @@
 #include "calendarcontrol/HalvernCalendar.h"
+#include "common/LinkLabel.h"
 #include "common/Units.h"
 #include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
-#include "common/LinkLabel.h"
 #include "store/SqlText.h"
 #include "support/FakeServices.h"
 

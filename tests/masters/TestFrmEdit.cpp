@@ -14,10 +14,14 @@ void TestFrmEdit::loadsFromHandOver_data()
     QTest::addColumn<QString>("kind");
     QTest::addColumn<bool>("check");
     QTest::addColumn<bool>("checkShown");
+    // clang-format off
     QTest::newRow("priority checked") << "Priority" << true << true;
     QTest::newRow("priority unchecked") << "Priority" << false << false;
+    // clang-format on
     // Only "Priority" exchanges the check box; another kind leaves it as built.
+    // clang-format off
     QTest::newRow("class ignores check") << "Class" << true << false;
+    // clang-format on
 }
 
 void TestFrmEdit::loadsFromHandOver()
@@ -44,16 +48,13 @@ void TestFrmEdit::okHandsTextBack_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<bool>("boxChecked");
     QTest::addColumn<bool>("checkAfter");
-    QTest::newRow("class japanese") << "Class"
-                                    << "打ち合わせ" << true << false;
-    QTest::newRow("class apostrophe") << "Class"
-                                      << "it's mine" << false << false;
-    QTest::newRow("priority takes the box") << "Priority"
-                                            << "最優先" << true << true;
-    QTest::newRow("priority box cleared") << "Priority"
-                                          << "低" << false << false;
-    QTest::newRow("blanks around kept") << "Class"
-                                        << " 会議 " << false << false;
+    // clang-format off
+    QTest::newRow("class japanese") << "Class" << "打ち合わせ" << true << false;
+    QTest::newRow("class apostrophe") << "Class" << "it's mine" << false << false;
+    QTest::newRow("priority takes the box") << "Priority" << "最優先" << true << true;
+    QTest::newRow("priority box cleared") << "Priority" << "低" << false << false;
+    QTest::newRow("blanks around kept") << "Class" << " 会議 " << false << false;
+    // clang-format on
 }
 
 void TestFrmEdit::okHandsTextBack()
@@ -80,9 +81,11 @@ void TestFrmEdit::okHandsTextBack()
 void TestFrmEdit::cancelHandsNothingBack_data()
 {
     QTest::addColumn<QString>("how");
+    // clang-format off
     QTest::newRow("cancel button") << "cancel";
     QTest::newRow("close box") << "close";
     QTest::newRow("escape") << "escape";
+    // clang-format on
 }
 
 void TestFrmEdit::cancelHandsNothingBack()
@@ -111,9 +114,11 @@ void TestFrmEdit::cancelHandsNothingBack()
 void TestFrmEdit::refusesEmptyText_data()
 {
     QTest::addColumn<QString>("typed");
+    // clang-format off
     QTest::newRow("empty") << "";
     QTest::newRow("blanks") << "   ";
     QTest::newRow("ideographic blank") << "　";
+    // clang-format on
 }
 
 void TestFrmEdit::refusesEmptyText()

@@ -81,21 +81,13 @@ void TestShell::iniMissingValues_data()
     QTest::addColumn<QString>("section");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("no file") << QByteArray() << "frmMAIN"
-                             << "Top"
-                             << "";
-    QTest::newRow("key in another section") << QByteArray("[Other]\nTop=5\n") << "frmMAIN"
-                                            << "Top"
-                                            << "";
-    QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\n") << "frmMAIN"
-                                 << "Top"
-                                 << "";
-    QTest::newRow("case-insensitive") << QByteArray("[FRMMAIN]\ntop = 7\n") << "frmMAIN"
-                                      << "Top"
-                                      << "7";
-    QTest::newRow("cut at NUL") << QByteArray("[frmMAIN]\nTop=12\0zz\n", 20) << "frmMAIN"
-                                << "Top"
-                                << "12";
+    // clang-format off
+    QTest::newRow("no file") << QByteArray() << "frmMAIN" << "Top" << "";
+    QTest::newRow("key in another section") << QByteArray("[Other]\nTop=5\n") << "frmMAIN" << "Top" << "";
+    QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\n") << "frmMAIN" << "Top" << "";
+    QTest::newRow("case-insensitive") << QByteArray("[FRMMAIN]\ntop = 7\n") << "frmMAIN" << "Top" << "7";
+    QTest::newRow("cut at NUL") << QByteArray("[frmMAIN]\nTop=12\0zz\n", 20) << "frmMAIN" << "Top" << "12";
+    // clang-format on
 }
 
 void TestShell::iniMissingValues()
@@ -143,13 +135,12 @@ void TestShell::placementPartialAndBadValues_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QRect>("expected"); // pixels at 96 dpi: 15 twips a pixel
-    QTest::newRow("only top and left keep the designed size")
-        << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << QRect(200, 100, 150, 120);
-    QTest::newRow("fraction read as a whole number")
-        << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << QRect(200, 100, 200, 120);
-    QTest::newRow("not a number is ignored")
-        << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << QRect(10, 20, 150, 120);
+    // clang-format off
+    QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << QRect(200, 100, 150, 120);
+    QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << QRect(200, 100, 200, 120);
+    QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << QRect(10, 20, 150, 120);
     QTest::newRow("no file keeps everything") << QByteArray() << QRect(10, 20, 150, 120);
+    // clang-format on
 }
 
 void TestShell::placementPartialAndBadValues()
@@ -189,12 +180,13 @@ void TestShell::dataFolder_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("databaseBesideProgram");
     QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
-    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true
-                                    << "ARG";
+    // clang-format off
+    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true << "ARG";
     QTest::newRow("--data-dir=DIR") << QStringList{QStringLiteral("--data-dir=ARG")} << false << "ARG";
     QTest::newRow("portable install") << QStringList{} << true << "EXE";
     QTest::newRow("per-user folder") << QStringList{} << false << "USER";
     QTest::newRow("dangling option") << QStringList{QStringLiteral("--data-dir")} << false << "USER";
+    // clang-format on
 }
 
 void TestShell::dataFolder()
@@ -315,6 +307,7 @@ void TestShell::closeRules_data()
     const int box = static_cast<int>(UnloadMode::FormControlMenu);
     const int code = static_cast<int>(UnloadMode::FormCode);
     const int session = static_cast<int>(UnloadMode::AppWindows);
+    // clang-format off
     QTest::newRow("resident: close box hides to the tray") << 1 << box << true << true << false << true;
     QTest::newRow("resident without a tray: minimise instead") << 1 << box << false << true << true << true;
     QTest::newRow("not resident: close box exits") << 0 << box << true << false << false << false;
@@ -322,6 +315,7 @@ void TestShell::closeRules_data()
     QTest::newRow("no row exits") << -1 << box << true << false << false << false;
     QTest::newRow("resident: exit menu exits") << 1 << code << true << false << false << false;
     QTest::newRow("resident: session end exits") << 1 << session << true << false << false << false;
+    // clang-format on
 }
 
 void TestShell::closeRules()

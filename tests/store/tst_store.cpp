@@ -51,16 +51,13 @@ void TestStore::quoteText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("quoted");
-    QTest::newRow("plain") << "meeting"
-                           << "'meeting'";
-    QTest::newRow("empty") << ""
-                           << "''";
-    QTest::newRow("apostrophe") << "it's"
-                                << "'it''s'";
-    QTest::newRow("only quotes") << "''"
-                                 << "''''''";
-    QTest::newRow("japanese") << "会議'室"
-                              << "'会議''室'";
+    // clang-format off
+    QTest::newRow("plain") << "meeting" << "'meeting'";
+    QTest::newRow("empty") << "" << "''";
+    QTest::newRow("apostrophe") << "it's" << "'it''s'";
+    QTest::newRow("only quotes") << "''" << "''''''";
+    QTest::newRow("japanese") << "会議'室" << "'会議''室'";
+    // clang-format on
 }
 
 void TestStore::quoteText()
@@ -73,11 +70,13 @@ void TestStore::quoteText()
 void TestStore::quotedTextIsStoredIntact_data()
 {
     QTest::addColumn<QString>("text");
+    // clang-format off
     QTest::newRow("apostrophe") << "it's";
     QTest::newRow("injection attempt") << "x'); DELETE FROM MSTCLASS; --";
     QTest::newRow("hash date inside text") << "#2006/05/01 09:05:03#";
     QTest::newRow("delete star inside text") << "DELETE * FROM TRNSCHTSK";
     QTest::newRow("multi-line japanese") << "一行目\n二行目 'です'";
+    // clang-format on
 }
 
 void TestStore::quotedTextIsStoredIntact()
@@ -135,25 +134,17 @@ void TestStore::jetRewrite_data()
 {
     QTest::addColumn<QString>("sql");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("date literal") << "UPDATE T SET UPDTIME = #2006/05/01 09:05:03# WHERE ID = 1"
-                                  << "UPDATE T SET UPDTIME = '2006/05/01 09:05:03' WHERE ID = 1";
-    QTest::newRow("two literals") << "A = #2006/05/01 09:05:03# AND B = #2007/01/02 00:00:00#"
-                                  << "A = '2006/05/01 09:05:03' AND B = '2007/01/02 00:00:00'";
-    QTest::newRow("literal inside text untouched") << "SET X = 'at #2006/05/01 09:05:03#'"
-                                                   << "SET X = 'at #2006/05/01 09:05:03#'";
-    QTest::newRow("delete star") << "DELETE * FROM TRNSCHTSK WHERE ID = 3"
-                                 << "DELETE FROM TRNSCHTSK WHERE ID = 3";
-    QTest::newRow("delete star lower case") << "delete  *  from X"
-                                            << "DELETE FROM X";
-    QTest::newRow("delete star inside text untouched") << "SET X = 'DELETE * FROM Y'"
-                                                       << "SET X = 'DELETE * FROM Y'";
-    QTest::newRow("doubled quote keeps the string open")
-        << "SET X = 'it''s #2006/05/01 09:05:03#', Y = #2006/05/01 09:05:03#"
-        << "SET X = 'it''s #2006/05/01 09:05:03#', Y = '2006/05/01 09:05:03'";
-    QTest::newRow("count star untouched") << "SELECT COUNT(*) AS RECCNT FROM T"
-                                          << "SELECT COUNT(*) AS RECCNT FROM T";
-    QTest::newRow("unterminated quote left alone") << "SET X = 'DELETE * FROM"
-                                                   << "SET X = 'DELETE * FROM";
+    // clang-format off
+    QTest::newRow("date literal") << "UPDATE T SET UPDTIME = #2006/05/01 09:05:03# WHERE ID = 1" << "UPDATE T SET UPDTIME = '2006/05/01 09:05:03' WHERE ID = 1";
+    QTest::newRow("two literals") << "A = #2006/05/01 09:05:03# AND B = #2007/01/02 00:00:00#" << "A = '2006/05/01 09:05:03' AND B = '2007/01/02 00:00:00'";
+    QTest::newRow("literal inside text untouched") << "SET X = 'at #2006/05/01 09:05:03#'" << "SET X = 'at #2006/05/01 09:05:03#'";
+    QTest::newRow("delete star") << "DELETE * FROM TRNSCHTSK WHERE ID = 3" << "DELETE FROM TRNSCHTSK WHERE ID = 3";
+    QTest::newRow("delete star lower case") << "delete  *  from X" << "DELETE FROM X";
+    QTest::newRow("delete star inside text untouched") << "SET X = 'DELETE * FROM Y'" << "SET X = 'DELETE * FROM Y'";
+    QTest::newRow("doubled quote keeps the string open") << "SET X = 'it''s #2006/05/01 09:05:03#', Y = #2006/05/01 09:05:03#" << "SET X = 'it''s #2006/05/01 09:05:03#', Y = '2006/05/01 09:05:03'";
+    QTest::newRow("count star untouched") << "SELECT COUNT(*) AS RECCNT FROM T" << "SELECT COUNT(*) AS RECCNT FROM T";
+    QTest::newRow("unterminated quote left alone") << "SET X = 'DELETE * FROM" << "SET X = 'DELETE * FROM";
+    // clang-format on
 }
 
 void TestStore::jetRewrite()
@@ -179,6 +170,7 @@ void TestStore::nestedTransactions_data()
 {
     QTest::addColumn<QString>("steps");
     QTest::addColumn<QList<int>>("survivors");
+    // clang-format off
     QTest::newRow("commit") << "BIC" << QList<int>{1};
     QTest::newRow("rollback") << "BIR" << QList<int>{};
     QTest::newRow("inner rollback, outer commit") << "BIBIRC" << QList<int>{1};
@@ -186,6 +178,7 @@ void TestStore::nestedTransactions_data()
     QTest::newRow("three levels, middle rolled back") << "BIBIBICRC" << QList<int>{1};
     QTest::newRow("inner rollback then more work") << "BIBIRIC" << QList<int>{1, 3};
     QTest::newRow("no transaction autocommits") << "II" << QList<int>{1, 2};
+    // clang-format on
 }
 
 void TestStore::nestedTransactions()
@@ -445,8 +438,10 @@ void TestStore::partialIndexesServeMonthQuery()
 void TestStore::upgradeFromOlderVersions_data()
 {
     QTest::addColumn<int>("version");
+    // clang-format off
     QTest::newRow("10") << 10;
     QTest::newRow("11") << 11;
+    // clang-format on
 }
 
 void TestStore::upgradeFromOlderVersions()
@@ -498,11 +493,12 @@ void TestStore::upgradeFromOlderVersions()
 void TestStore::upgradeLeavesOthersUntouched_data()
 {
     QTest::addColumn<QString>("prepare");
+    // clang-format off
     QTest::newRow("version 12") << QString();
     QTest::newRow("no version row") << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10");
     QTest::newRow("unknown version") << QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 10");
-    QTest::newRow("old rows missing, no version row")
-        << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10 OR CODE = 80907");
+    QTest::newRow("old rows missing, no version row") << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10 OR CODE = 80907");
+    // clang-format on
 }
 
 void TestStore::upgradeLeavesOthersUntouched()
