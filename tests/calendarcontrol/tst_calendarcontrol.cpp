@@ -106,21 +106,33 @@ void TestCalendarControl::shownRange_data()
     QTest::addColumn<int>("year");
     QTest::addColumn<int>("month");
     QTest::addColumn<QStringList>("firsts"); // first shown day for FirstDayOfWeek 1..7
+                                             // clang-format off
     QTest::newRow("2026-11 starts on Sunday")
+                                             // clang-format on
         << 2026 << 11 << QStringList{"2026-11-01", "2026-10-26", "2026-10-27", "2026-10-28",
                                      "2026-10-29", "2026-10-30", "2026-10-31"};
+    // clang-format off
     QTest::newRow("2026-01 Thursday, year edge")
+        // clang-format on
         << 2026 << 1 << QStringList{"2025-12-28", "2025-12-29", "2025-12-30", "2025-12-31",
                                     "2026-01-01", "2025-12-26", "2025-12-27"};
+    // clang-format off
     QTest::newRow("2024-02 leap") << 2024 << 2 << QStringList{"2024-01-28", "2024-01-29", "2024-01-30", "2024-01-31",
-                                                              "2024-02-01", "2024-01-26", "2024-01-27"};
+                                                 // clang-format on
+                                                 "2024-02-01", "2024-01-26", "2024-01-27"};
+    // clang-format off
     QTest::newRow("2026-08 starts on Saturday")
+        // clang-format on
         << 2026 << 8 << QStringList{"2026-07-26", "2026-07-27", "2026-07-28", "2026-07-29",
                                     "2026-07-30", "2026-07-31", "2026-08-01"};
+    // clang-format off
     QTest::newRow("2027-12 Wednesday") << 2027 << 12
+                                       // clang-format on
                                        << QStringList{"2027-11-28", "2027-11-29", "2027-11-30", "2027-12-01",
                                                       "2027-11-25", "2027-11-26", "2027-11-27"};
+    // clang-format off
     QTest::newRow("2015-02 exactly four weeks")
+        // clang-format on
         << 2015 << 2 << QStringList{"2015-02-01", "2015-01-26", "2015-01-27", "2015-01-28",
                                     "2015-01-29", "2015-01-30", "2015-01-31"};
 }
@@ -154,10 +166,12 @@ void TestCalendarControl::shownRange()
 void TestCalendarControl::firstDayOfWeekOutOfRangeMeansSunday_data()
 {
     QTest::addColumn<int>("firstDay");
+    // clang-format off
     QTest::newRow("0") << 0;
     QTest::newRow("8") << 8;
     QTest::newRow("-1") << -1;
     QTest::newRow("255") << 255;
+    // clang-format on
 }
 
 void TestCalendarControl::firstDayOfWeekOutOfRangeMeansSunday()
@@ -191,6 +205,7 @@ void TestCalendarControl::marks_data()
     // Nov 2026 with Sunday first shows 2026-11-01 .. 2026-12-12.
     QTest::addColumn<QDate>("date");
     QTest::addColumn<bool>("kept");
+    // clang-format off
     QTest::newRow("first shown day") << QDate(2026, 11, 1) << true;
     QTest::newRow("mid month") << QDate(2026, 11, 18) << true;
     QTest::newRow("next month, shown") << QDate(2026, 12, 5) << true;
@@ -199,6 +214,7 @@ void TestCalendarControl::marks_data()
     QTest::newRow("day after the grid") << QDate(2026, 12, 13) << false;
     QTest::newRow("same day another year") << QDate(2025, 11, 18) << false;
     QTest::newRow("invalid") << QDate() << false;
+    // clang-format on
 }
 
 void TestCalendarControl::marks()
@@ -253,6 +269,7 @@ void TestCalendarControl::titleText_data()
     QTest::addColumn<QString>("title");
     const QDate march(2026, 3, 9);
     const QDate november(2026, 11, 22);
+    // clang-format off
     QTest::newRow("80601 March") << "yyyy年m月" << march << "2026年3月";
     QTest::newRow("80601 November") << "yyyy年m月" << november << "2026年11月";
     QTest::newRow("80602 March") << "yyyy年mm月" << march << "2026年03月";
@@ -264,6 +281,7 @@ void TestCalendarControl::titleText_data()
     QTest::newRow("80605 November") << "m月 yyyy" << november << "11月 2026";
     QTest::newRow("80606 March") << "mm/yyyy" << march << "03/2026";
     QTest::newRow("80606 year 999") << "mm/yyyy" << QDate(999, 1, 5) << "01/0999";
+    // clang-format on
 }
 
 void TestCalendarControl::titleText()
@@ -302,19 +320,18 @@ void TestCalendarControl::weekdayHeaders_data()
     QTest::addColumn<QString>("format");
     QTest::addColumn<int>("firstDay");
     QTest::addColumn<QStringList>("headers");
+    // clang-format off
     QTest::newRow("80801 Sunday first") << "日" << 1 << QStringList{"日", "月", "火", "水", "木", "金", "土"};
     QTest::newRow("80801 Monday first") << "日" << 2 << QStringList{"月", "火", "水", "木", "金", "土", "日"};
-    QTest::newRow("80802 Saturday first")
-        << "(日)" << 7 << QStringList{"(土)", "(日)", "(月)", "(火)", "(水)", "(木)", "(金)"};
-    QTest::newRow("80803 Monday first") << "日曜" << 2
-                                        << QStringList{"月曜", "火曜", "水曜", "木曜", "金曜", "土曜", "日曜"};
-    QTest::newRow("80804 Wednesday first")
-        << "日曜日" << 4 << QStringList{"水曜日", "木曜日", "金曜日", "土曜日", "日曜日", "月曜日", "火曜日"};
+    QTest::newRow("80802 Saturday first") << "(日)" << 7 << QStringList{"(土)", "(日)", "(月)", "(火)", "(水)", "(木)", "(金)"};
+    QTest::newRow("80803 Monday first") << "日曜" << 2 << QStringList{"月曜", "火曜", "水曜", "木曜", "金曜", "土曜", "日曜"};
+    QTest::newRow("80804 Wednesday first") << "日曜日" << 4 << QStringList{"水曜日", "木曜日", "金曜日", "土曜日", "日曜日", "月曜日", "火曜日"};
     QTest::newRow("80805 Sunday first") << "Sun" << 1 << QStringList{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     QTest::newRow("80806 Friday first") << "SUN" << 6 << QStringList{"FRI", "SAT", "SUN", "MON", "TUE", "WED", "THU"};
     QTest::newRow("80807 Monday first") << "S" << 2 << QStringList{"M", "T", "W", "T", "F", "S", "S"};
     QTest::newRow("unknown reads as kanji") << "xyz" << 2 << QStringList{"月", "火", "水", "木", "金", "土", "日"};
     QTest::newRow("empty reads as kanji") << "" << 1 << QStringList{"日", "月", "火", "水", "木", "金", "土"};
+    // clang-format on
 }
 
 void TestCalendarControl::weekdayHeaders()
@@ -343,14 +360,14 @@ void TestCalendarControl::signalOrder_data()
 {
     QTest::addColumn<QDate>("target");
     QTest::addColumn<QStringList>("expected");
+    // clang-format off
     QTest::newRow("same month") << QDate(2026, 11, 20) << QStringList{"date 2026-11-20"};
-    QTest::newRow("next month") << QDate(2026, 12, 3)
-                                << QStringList{"month 2026/12 grid 2026-11-29", "date 2026-12-03"};
-    QTest::newRow("same month, other year")
-        << QDate(2027, 11, 15) << QStringList{"month 2027/11 grid 2027-10-31", "date 2027-11-15"};
+    QTest::newRow("next month") << QDate(2026, 12, 3) << QStringList{"month 2026/12 grid 2026-11-29", "date 2026-12-03"};
+    QTest::newRow("same month, other year") << QDate(2027, 11, 15) << QStringList{"month 2027/11 grid 2027-10-31", "date 2027-11-15"};
     QTest::newRow("same date") << Nov15 << QStringList{};
     QTest::newRow("invalid date") << QDate() << QStringList{};
     QTest::newRow("impossible date") << QDate(2026, 2, 30) << QStringList{};
+    // clang-format on
 }
 
 void TestCalendarControl::signalOrder()
@@ -385,6 +402,7 @@ void TestCalendarControl::keyboard_data()
     QTest::addColumn<QDate>("start");
     QTest::addColumn<int>("key");
     QTest::addColumn<QDate>("expected");
+    // clang-format off
     QTest::newRow("right over month end") << QDate(2026, 11, 30) << int(Qt::Key_Right) << QDate(2026, 12, 1);
     QTest::newRow("left over month start") << QDate(2026, 11, 1) << int(Qt::Key_Left) << QDate(2026, 10, 31);
     QTest::newRow("up a week into last month") << QDate(2026, 11, 3) << int(Qt::Key_Up) << QDate(2026, 10, 27);
@@ -396,6 +414,7 @@ void TestCalendarControl::keyboard_data()
     QTest::newRow("page down 31st to November") << QDate(2026, 10, 31) << int(Qt::Key_PageDown) << QDate(2026, 11, 30);
     QTest::newRow("page down over year end") << QDate(2026, 12, 31) << int(Qt::Key_PageDown) << QDate(2027, 1, 31);
     QTest::newRow("page up over year start") << QDate(2026, 1, 15) << int(Qt::Key_PageUp) << QDate(2025, 12, 15);
+    // clang-format on
 }
 
 void TestCalendarControl::keyboard()
@@ -454,12 +473,14 @@ void TestCalendarControl::wheel_data()
 {
     QTest::addColumn<QList<int>>("deltas");
     QTest::addColumn<QDate>("expected");
+    // clang-format off
     QTest::newRow("one notch up: previous month") << QList<int>{120} << QDate(2026, 10, 15);
     QTest::newRow("one notch down: next month") << QList<int>{-120} << QDate(2026, 12, 15);
     QTest::newRow("two notches down") << QList<int>{-240} << QDate(2027, 1, 15);
     QTest::newRow("half notches add up") << QList<int>{60, 60} << QDate(2026, 10, 15);
     QTest::newRow("half a notch does nothing") << QList<int>{-60} << Nov15;
     QTest::newRow("up and down cancel") << QList<int>{-60, 60, -60} << Nov15;
+    // clang-format on
 }
 
 void TestCalendarControl::wheel()
@@ -477,9 +498,11 @@ void TestCalendarControl::wheel()
 void TestCalendarControl::cellsTileTheGrid_data()
 {
     QTest::addColumn<QSize>("size");
+    // clang-format off
     QTest::newRow("roomy") << QSize(490, 420);
     QTest::newRow("odd sizes") << QSize(301, 257);
     QTest::newRow("narrow") << QSize(180, 200);
+    // clang-format on
 }
 
 void TestCalendarControl::cellsTileTheGrid()
@@ -513,10 +536,12 @@ void TestCalendarControl::clickDay_data()
     QTest::addColumn<int>("firstDay");
     QTest::addColumn<QDate>("clicked");
     QTest::addColumn<int>("monthSignals");
+    // clang-format off
     QTest::newRow("day of the month") << 1 << QDate(2026, 11, 18) << 0;
     QTest::newRow("next month's day") << 1 << QDate(2026, 12, 5) << 1;
     QTest::newRow("previous month's day") << 2 << QDate(2026, 10, 27) << 1;
     QTest::newRow("the selected day again") << 1 << Nov15 << 0;
+    // clang-format on
 }
 
 void TestCalendarControl::clickDay()
@@ -615,13 +640,13 @@ void TestCalendarControl::designMissingRowsKeepValues_data()
     QTest::addColumn<bool>("titleKept");
     QTest::addColumn<bool>("firstDayKept");
     QTest::addColumn<bool>("weekdayKept");
+    // clang-format off
     QTest::newRow("no 301") << "DELETE FROM TRNGENERAL WHERE CODE = 301" << true << false << false;
-    QTest::newRow("301 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80699 WHERE CODE = 301" << true << false
-                                      << false;
+    QTest::newRow("301 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80699 WHERE CODE = 301" << true << false << false;
     QTest::newRow("no 302") << "DELETE FROM TRNGENERAL WHERE CODE = 302" << false << true << false;
     QTest::newRow("no 303") << "DELETE FROM TRNGENERAL WHERE CODE = 303" << false << false << true;
-    QTest::newRow("303 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80899 WHERE CODE = 303" << false << false
-                                      << true;
+    QTest::newRow("303 names no row") << "UPDATE TRNGENERAL SET DATAN1 = 80899 WHERE CODE = 303" << false << false << true;
+    // clang-format on
 }
 
 void TestCalendarControl::designMissingRowsKeepValues()
@@ -652,16 +677,13 @@ void TestCalendarControl::designSpotFromRow_data()
     QTest::addColumn<QString>("italic");
     QTest::addColumn<bool>("expectBold");
     QTest::addColumn<bool>("expectItalic");
-    QTest::newRow("90 entry day, numbers") << 90 << "0"
-                                           << "1" << false << true;
-    QTest::newRow("130 day-off, bold") << 130 << "1"
-                                       << "0" << true << false;
-    QTest::newRow("10 title, words") << 10 << "'True'"
-                                     << "'False'" << true << false;
-    QTest::newRow("30 day, minus one is true") << 30 << "-1"
-                                               << "-1" << true << true;
-    QTest::newRow("135 last calendar spot") << 135 << "0"
-                                            << "0" << false << false;
+    // clang-format off
+    QTest::newRow("90 entry day, numbers") << 90 << "0" << "1" << false << true;
+    QTest::newRow("130 day-off, bold") << 130 << "1" << "0" << true << false;
+    QTest::newRow("10 title, words") << 10 << "'True'" << "'False'" << true << false;
+    QTest::newRow("30 day, minus one is true") << 30 << "-1" << "-1" << true << true;
+    QTest::newRow("135 last calendar spot") << 135 << "0" << "0" << false << false;
+    // clang-format on
 }
 
 void TestCalendarControl::designSpotFromRow()
