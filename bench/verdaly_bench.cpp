@@ -46,8 +46,9 @@ public:
 
 QString Time(QRandomGenerator& random)
 {
-    return QStringLiteral("%1:%2").arg(random.bounded(7, 22), 2, 10, QLatin1Char('0')).arg(random.bounded(4) * 15, 2, 10,
-                                                                                             QLatin1Char('0'));
+    return QStringLiteral("%1:%2")
+        .arg(random.bounded(7, 22), 2, 10, QLatin1Char('0'))
+        .arg(random.bounded(4) * 15, 2, 10, QLatin1Char('0'));
 }
 
 // N entries over ten years (2020 to 2029): mostly one-day schedules, some open-ended ones,
@@ -88,15 +89,16 @@ void Fill(DatabaseConnection& db, int count)
                 endTime = Time(random);
         }
         const QString kind = KindCode(startDate, startTime, endDate, endTime);
-        db.ExecuteSql(QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,ENDLESS,CLASS,"
-                                     "ALARM,PRIORITY,COMPLETION,COMPDT,FROMTOKBN,COMMENT,UPDTIME) VALUES (") +
-                      QString::number(id) + QStringLiteral(", ") + QuoteText(data) + QStringLiteral(", ") +
-                      QuoteText(QStringLiteral("予定 %1").arg(id)) + QStringLiteral(", ") + QuoteText(startDate) +
-                      QStringLiteral(", ") + QuoteText(startTime) + QStringLiteral(", ") + QuoteText(endDate) +
-                      QStringLiteral(", ") + QuoteText(endTime) + QStringLiteral(", '', 0, '0', ") +
-                      QString::number(data == QStringLiteral("2") ? random.bounded(1, 4) : 0) + QStringLiteral(", ") +
-                      QuoteText(data == QStringLiteral("2") ? QStringLiteral("0") : QString()) +
-                      QStringLiteral(", '', ") + QuoteText(kind) + QStringLiteral(", '', '2026/11/01 00:00:00')"));
+        db.ExecuteSql(
+            QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,ENDLESS,CLASS,"
+                           "ALARM,PRIORITY,COMPLETION,COMPDT,FROMTOKBN,COMMENT,UPDTIME) VALUES (") +
+            QString::number(id) + QStringLiteral(", ") + QuoteText(data) + QStringLiteral(", ") +
+            QuoteText(QStringLiteral("予定 %1").arg(id)) + QStringLiteral(", ") + QuoteText(startDate) +
+            QStringLiteral(", ") + QuoteText(startTime) + QStringLiteral(", ") + QuoteText(endDate) +
+            QStringLiteral(", ") + QuoteText(endTime) + QStringLiteral(", '', 0, '0', ") +
+            QString::number(data == QStringLiteral("2") ? random.bounded(1, 4) : 0) + QStringLiteral(", ") +
+            QuoteText(data == QStringLiteral("2") ? QStringLiteral("0") : QString()) + QStringLiteral(", '', ") +
+            QuoteText(kind) + QStringLiteral(", '', '2026/11/01 00:00:00')"));
     }
     db.CommitTrans();
 }

@@ -6,8 +6,8 @@
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
-#include "common/UserAction.h"
 #include "common/LinkLabel.h"
+#include "common/UserAction.h"
 #include "shell/SingleInstance.h"
 
 #include <QFrame>

@@ -6,10 +6,10 @@
 #include "common/AppServices.h"
 #include "common/DateText.h"
 #include "common/Fonts.h"
+#include "common/LinkLabel.h"
 #include "common/Units.h"
 #include "entries/EntryKinds.h"
 #include "entries/EntryQueries.h"
-#include "common/LinkLabel.h"
 
 #include <QFrame>
 #include <QLabel>
