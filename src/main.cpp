@@ -3,6 +3,7 @@
 #include "common/Fonts.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "common/UrlOpener.h"
 #include "mainwindow/FrmMain.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
@@ -24,12 +25,14 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    DesktopUrlOpener urlOpener;
 
     AppServices services;
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.urlOpener = &urlOpener;
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {

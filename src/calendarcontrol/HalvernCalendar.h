@@ -40,9 +40,11 @@ public:
     void ClearEntryMarks();
     void MarkEntryDay(const QDate& date);
     void ClearDayOffMarks();
-    void MarkDayOff(const QDate& date);
+    // name: what the day-off is called (read out by screen readers); may be empty.
+    void MarkDayOff(const QDate& date, const QString& name = QString());
     bool isEntryDay(const QDate& date) const { return m_entryDays.contains(date); }
     bool isDayOff(const QDate& date) const { return m_dayOffs.contains(date); }
+    QString dayOffName(const QDate& date) const { return m_dayOffNames.value(date); }
 
     QString TitleFormat() const { return m_titleFormat; }
     void setTitleFormat(const QString& format);
@@ -106,6 +108,8 @@ private:
     void moveBy(int days);
     void moveByMonths(int months);
     void pruneMarks();
+    // Screen readers hear of changed days once per turn of the event loop, not per mark.
+    void scheduleAccessibleUpdate();
 
     // Painting (HalvernCalendarPaint.cpp).
     void paintTitle(QPainter& painter, const CalendarLayout::Geometry& g) const;
@@ -119,6 +123,8 @@ private:
     QDate m_firstShown;
     QSet<QDate> m_entryDays;
     QSet<QDate> m_dayOffs;
+    QHash<QDate, QString> m_dayOffNames;
+    bool m_accessibleUpdatePending = false;
     QString m_titleFormat;
     int m_firstDayOfWeek = 1;
     QString m_weekdayFormat;

@@ -13,6 +13,7 @@ class Clock;
 class DatePicker;
 class Prompter;
 class RandomSource;
+class UrlOpener;
 
 // Everything a window needs from the outside world, handed down by reference. Production
 // fills it with the real things in main.cpp; tests fill it with fakes.
@@ -23,6 +24,7 @@ struct AppServices
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
+    UrlOpener* urlOpener = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

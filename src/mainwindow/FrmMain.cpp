@@ -24,6 +24,7 @@ FrmMain::FrmMain(AppServices& app, QWidget* parent) : QWidget(parent), m_app(app
     setWindowIcon(AppIcon());
     setMouseTracking(true);
     buildControls();
+    buildMenus();
 }
 
 FrmMain::~FrmMain() = default;
