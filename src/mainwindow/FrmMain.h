@@ -14,6 +14,7 @@ class QLabel;
 class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
+class StickyNotes;
 struct AppServices;
 
 // How a close came about; only a close from the window's own close box may be turned
@@ -60,6 +61,8 @@ public:
     void ResetLinkStyles();
 
     HalvernCalendar* calendar() const { return m_calendar; }
+    // The notes on the desktop and their saving.
+    StickyNotes* stickyNotes() const { return m_notes; }
     int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
     QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
     QColor LabelForeColor() const { return m_labelForeColor; }
@@ -81,6 +84,7 @@ private:
     AppServices& m_app;
     std::unique_ptr<SingleInstance> m_instance;
     QSystemTrayIcon* m_tray = nullptr;
+    StickyNotes* m_notes = nullptr;
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;
