@@ -28,6 +28,7 @@ int main(int argc, char* argv[])
     DesktopUrlOpener urlOpener;
 
     AppServices services;
+    services.programDir = QApplication::applicationDirPath();
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;

@@ -20,6 +20,8 @@ class UrlOpener;
 struct AppServices
 {
     QString dataDir;
+    // The program's own folder: where the shipped help page is looked for.
+    QString programDir;
     Clock* clock = nullptr;
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;

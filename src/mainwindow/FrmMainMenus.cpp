@@ -17,7 +17,7 @@
 #include "mainwindow/OnlineHelp.h"
 
 #include <QApplication>
-#include <QCoreApplication>
+#include <QCursor>
 #include <QMenu>
 #include <QUrl>
 
@@ -53,7 +53,6 @@ void FrmMain::wireTrayIcon()
 {
     if (!m_tray)
         return;
-    m_tray->setContextMenu(m_menus.MnuTaskMenu);
     connect(m_tray, &QSystemTrayIcon::activated, this, &FrmMain::TrayIcon_Activated);
 }
 
@@ -144,7 +143,7 @@ void FrmMain::LabHelp_Click()
 
 void FrmMain::OpenOnlineHelp()
 {
-    const QString appDir = QCoreApplication::applicationDirPath();
+    const QString appDir = m_app.programDir;
     const QString page = FindHelpPage(appDir);
     if (page.isEmpty()) {
         m_app.prompter->inform(this,
@@ -229,7 +228,13 @@ void FrmMain::deletePanelEntry(int index)
 
 void FrmMain::TrayIcon_Activated(QSystemTrayIcon::ActivationReason reason)
 {
-    // The right button shows the tray menu by itself (it is the icon's context menu).
-    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
         ShowCalendar();
+    } else if (reason == QSystemTrayIcon::Context) {
+        // Popped up as the active window: with the calendar hidden nothing of the program
+        // is active, and a menu that is not would keep neither the keyboard nor the click
+        // beside it that should close it.
+        m_menus.MnuTaskMenu->popup(QCursor::pos());
+        m_menus.MnuTaskMenu->activateWindow();
+    }
 }
