@@ -4,8 +4,7 @@
 #include "calendarcontrol/HalvernCalendar.h"
 #include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
-#include "store/SqlText.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QLabel>
 #include <QtTest>
@@ -15,11 +14,7 @@ namespace {
 void AddOneDayEntry(DatabaseConnection& db, int id, const QDate& day, const QString& subject)
 {
     const QString d = DateToStored(day);
-    db.ExecuteSql(QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,FROMTOKBN,"
-                                 "COMPLETION,PRIORITY,UPDTIME) VALUES (%1,'1',%2,%3,'',%3,'','A1','',0,"
-                                 "'2026/11/01 00:00:00')")
-                      .arg(id)
-                      .arg(QuoteText(subject), QuoteText(d)));
+    StoreEntry(db, Entry(id, QStringLiteral("A1"), d, QString(), d, QString(), subject));
 }
 
 } // namespace
@@ -117,5 +112,5 @@ void TestFollowingTheClock::lockedRefreshLeavesNothingStale()
     main.Form_Unload();
 }
 
-QTEST_MAIN(TestFollowingTheClock)
+VERDALY_TEST(TestFollowingTheClock)
 #include "TestFollowingTheClock.moc"

@@ -2,7 +2,7 @@
 // the file and what is wrong with it, an exit code, and the file left exactly as it was.
 #include "mainwindow/FrmMain.h"
 #include "shell/DataFolder.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -192,5 +192,5 @@ void TestStartupFailures::commandLine()
     }
 }
 
-QTEST_MAIN(TestStartupFailures)
+VERDALY_TEST(TestStartupFailures)
 #include "TestStartupFailures.moc"
