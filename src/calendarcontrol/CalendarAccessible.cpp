@@ -42,8 +42,13 @@ public:
         if (!m_calendar || t != QAccessible::Name)
             return QString();
         const QDate day = date();
-        return DayAccessibleName(day, m_calendar->isEntryDay(day), m_calendar->isDayOff(day),
-                                 m_calendar->dayOffName(day));
+        QString name =
+            DayAccessibleName(day, m_calendar->isEntryDay(day), m_calendar->isDayOff(day), m_calendar->dayOffName(day));
+        // A national holiday is read out by its name as well.
+        const QString holiday = m_calendar->holidayName(day);
+        if (!holiday.isEmpty() && !name.endsWith(holiday))
+            name += QLatin1Char(' ') + holiday;
+        return name;
     }
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override

@@ -46,6 +46,13 @@ public:
     bool isDayOff(const QDate& date) const { return m_dayOffs.contains(date); }
     QString dayOffName(const QDate& date) const { return m_dayOffNames.value(date); }
 
+    // National holidays are marked on every day the grid shows, the neighbouring months'
+    // days included, unless switched off by the settings.
+    bool holidaysShown() const { return m_holidaysShown; }
+    void setHolidaysShown(bool shown);
+    // The name of the holiday on a shown day while holidays are shown; empty otherwise.
+    QString holidayName(const QDate& date) const { return m_holidays.value(date); }
+
     QString TitleFormat() const { return m_titleFormat; }
     void setTitleFormat(const QString& format);
     // 1 = Sunday ... 7 = Saturday; other values mean Sunday.
@@ -110,6 +117,7 @@ private:
     void pruneMarks();
     // Screen readers hear of changed days once per turn of the event loop, not per mark.
     void scheduleAccessibleUpdate();
+    void refreshHolidays();
 
     // Painting (HalvernCalendarPaint.cpp).
     void paintTitle(QPainter& painter, const CalendarLayout::Geometry& g) const;
@@ -125,6 +133,8 @@ private:
     QSet<QDate> m_dayOffs;
     QHash<QDate, QString> m_dayOffNames;
     bool m_accessibleUpdatePending = false;
+    bool m_holidaysShown = true;
+    QHash<QDate, QString> m_holidays; // the holidays of the shown grid
     QString m_titleFormat;
     int m_firstDayOfWeek = 1;
     QString m_weekdayFormat;

@@ -17,7 +17,6 @@
 #include "mainwindow/OnlineHelp.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QMenu>
 #include <QUrl>
 
@@ -53,6 +52,9 @@ void FrmMain::wireTrayIcon()
 {
     if (!m_tray)
         return;
+    // As the icon's own context menu it is shown by the tray host too, also by those that
+    // draw the menu themselves from what the program exports.
+    m_tray->setContextMenu(m_menus.MnuTaskMenu);
     connect(m_tray, &QSystemTrayIcon::activated, this, &FrmMain::TrayIcon_Activated);
 }
 
@@ -228,13 +230,7 @@ void FrmMain::deletePanelEntry(int index)
 
 void FrmMain::TrayIcon_Activated(QSystemTrayIcon::ActivationReason reason)
 {
-    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
+    // The right button shows the tray menu by itself (it is the icon's context menu).
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
         ShowCalendar();
-    } else if (reason == QSystemTrayIcon::Context) {
-        // Popped up as the active window: with the calendar hidden nothing of the program
-        // is active, and a menu that is not would keep neither the keyboard nor the click
-        // beside it that should close it.
-        m_menus.MnuTaskMenu->popup(QCursor::pos());
-        m_menus.MnuTaskMenu->activateWindow();
-    }
 }

@@ -6,6 +6,7 @@
 #include "common/AppServices.h"
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
+#include "notes/StickyNotes.h"
 
 void FrmMain::OpenList(const QDate& from, const QDate& to)
 {
@@ -42,7 +43,8 @@ void FrmMain::NewStickyNoteFrom(const QString& text, int colorIndex)
 
 void FrmMain::NewStickyNote()
 {
-    // The note described in slot 0 opens here, in the first free slot.
+    // The note described in slot 0 opens in the lowest free slot; a 31st is refused.
+    m_notes->NewStickyNote(this);
 }
 
 void FrmMain::OpenSettings()

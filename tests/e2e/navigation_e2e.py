@@ -288,29 +288,41 @@ def tray(desktop, data_dir):
         return next((w for w, (title, height) in calendar.windows().items()
                      if title == "halvern-verdaly" and height <= 64), None)
 
-    window = wait_for("the main window", main_window)
+    wait_for("the main window", main_window)
     icon = wait_for("the tray icon", tray_icon)
 
-    # The close box hides a resident calendar; the program runs on.
-    desktop.xdotool("windowactivate", "--sync", window)
-    desktop.xdotool("key", "--window", window, "alt+F4")
-    wait_for("the window to hide", lambda: main_window() is None)
-    time.sleep(0.5)
-    check(calendar.process.poll() is None, "the program ended instead of hiding")
+    def hide():
+        # The window manager's close key (Alt+F4) on the active window: the close box.
+        desktop.xdotool("windowactivate", "--sync", main_window())
+        desktop.xdotool("key", "alt+F4")
+        wait_for("the window to hide", lambda: main_window() is None)
+        time.sleep(0.5)
+        check(calendar.process.poll() is None, "the program ended instead of hiding")
 
-    # The tray menu, looked at and left.
+    # The close box hides a resident calendar; the program runs on.
+    hide()
+
+    # The tray menu: its first item, "カレンダーを開く", opens the calendar again.
     before = set(calendar.windows())
     desktop.xdotool("mousemove", "--window", icon, 8, 8, "click", 3)
     menu = wait_for("the tray menu", lambda: next(
         (w for w, (title, height) in calendar.windows().items() if w not in before and height > 30), None))
     desktop.shot("menu-tray")
-    # Left by a click beside it, onto the empty desktop.
-    desktop.xdotool("mousemove", "--sync", 400, 300, "click", 1)
-    wait_for("the tray menu to close", lambda: menu not in calendar.windows())
     check(main_window() is None, "the tray menu alone brought the window back")
+    geometry = desktop.xdotool("getwindowgeometry", menu)
+    left, top = [int(v) for v in geometry.split("Position:")[1].split("(")[0].strip().split(",")]
+    width = int(geometry.split("Geometry:")[1].strip().split("x")[0])
+    # The pointer rests on the item a moment before the click, as a hand's does.
+    desktop.xdotool("mousemove", "--sync", left + width // 2, top + 12)
+    time.sleep(0.5)
+    desktop.xdotool("click", 1)
+    wait_for("the window to come back from the tray menu", main_window)
 
-    # A click on the icon brings it back.
-    desktop.xdotool("mousemove", "--window", icon, 8, 8, "click", 1)
+    # Hidden again, and back by a click on the icon itself.
+    hide()
+    desktop.xdotool("mousemove", "--window", icon, 8, 8)
+    time.sleep(0.3)
+    desktop.xdotool("click", 1)
     wait_for("the window to come back", main_window)
     desktop.shot("back-from-tray")
     calendar.end()

@@ -20,9 +20,9 @@ private slots:
 
 void TestHelpMenu::onlineHelp_data()
 {
-    QTest::addColumn<QString>("page");  // where the page is, under the temporary root; "" none
+    QTest::addColumn<QString>("page"); // where the page is, under the temporary root; "" none
     QTest::addColumn<bool>("browserOpens");
-    QTest::addColumn<bool>("opened");   // the page was handed to the browser
+    QTest::addColumn<bool>("opened");     // the page was handed to the browser
     QTest::addColumn<QString>("message"); // what the user is told ("" nothing)
     QTest::newRow("beside the program") << "bin/help/index.html" << true << true << "";
     QTest::newRow("installed") << "share/halvern-verdaly/help/index.html" << true << true << "";

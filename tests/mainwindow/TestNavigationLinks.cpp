@@ -33,10 +33,18 @@ void TestNavigationLinks::linksAreLinksThatPopTheirMenus_data()
     QTest::addColumn<QString>("link");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("menu");
-    QTest::newRow("Menu") << "LabMenu" << "Menu" << "MnuSubMenu";
-    QTest::newRow("Jump") << "LabJump" << "Jump" << "MnuJumpDay";
-    QTest::newRow("Schedule") << "LabScaedule" << "Schedule" << "MnuEntry";
-    QTest::newRow("Help") << "LabHelp" << "Help" << "MnuHelp";
+    QTest::newRow("Menu") << "LabMenu"
+                          << "Menu"
+                          << "MnuSubMenu";
+    QTest::newRow("Jump") << "LabJump"
+                          << "Jump"
+                          << "MnuJumpDay";
+    QTest::newRow("Schedule") << "LabScaedule"
+                              << "Schedule"
+                              << "MnuEntry";
+    QTest::newRow("Help") << "LabHelp"
+                          << "Help"
+                          << "MnuHelp";
 }
 
 void TestNavigationLinks::linksAreLinksThatPopTheirMenus()
@@ -72,8 +80,14 @@ void TestNavigationLinks::newEntryOnTheSelectedDay_data()
     QTest::addColumn<QString>("dialog");
     QTest::addColumn<QString>("dateBox");
     QTest::addColumn<QString>("expectedRow"); // DATA|BUSINESS|STARTDT|ENDDT
-    QTest::newRow("schedule") << "MnuSchedule" << "FrmSchedule" << "TxtStartDate" << "1|O'Neil と打合せ|20261125|";
-    QTest::newRow("task") << "MnuTask" << "FrmTask" << "TxtEndDate" << "2|O'Neil と打合せ||20261125";
+    QTest::newRow("schedule") << "MnuSchedule"
+                              << "FrmSchedule"
+                              << "TxtStartDate"
+                              << "1|O'Neil と打合せ|20261125|";
+    QTest::newRow("task") << "MnuTask"
+                          << "FrmTask"
+                          << "TxtEndDate"
+                          << "2|O'Neil と打合せ||20261125";
 }
 
 void TestNavigationLinks::newEntryOnTheSelectedDay()

@@ -169,8 +169,9 @@ void TestPanelEntryLabels::deleteClosesTheGap()
     ClickControl(*main, QStringLiteral("LabYotei(%1)").arg(row), Qt::RightButton);
 
     QCOMPARE(env.prompter.shown.size(), 1);
-    QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNSCHTSK WHERE BUSINESS = ") + QLatin1Char('\'') + gone +
-                                 QLatin1Char('\''),
+    QCOMPARE(Lines(env.db(),
+                   QStringLiteral("SELECT * FROM TRNSCHTSK WHERE BUSINESS = ") + QLatin1Char('\'') + gone +
+                       QLatin1Char('\''),
                    {"ID"}),
              QStringList());
     QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), entries - 1);
