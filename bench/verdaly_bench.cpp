@@ -30,8 +30,8 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <ctime>
 #include <cstdio>
+#include <ctime>
 #include <vector>
 
 namespace {
@@ -161,8 +161,8 @@ void RunList(AppServices& services, int count)
         QDate from;
         QDate to;
     };
-    for (const Range& range : {Range{"year", QDate(2024, 1, 1), QDate(2024, 12, 31)},
-                               Range{"all", ListRangeFirst(), ListRangeLast()}}) {
+    for (const Range& range :
+         {Range{"year", QDate(2024, 1, 1), QDate(2024, 12, 31)}, Range{"all", ListRangeFirst(), ListRangeLast()}}) {
         const QString sql = ListEntrySql(ListChoice::SchedulesAndTasks, range.from, range.to);
         std::vector<double> samples, cpuSamples;
         for (int round = 0; round < 6; ++round) {

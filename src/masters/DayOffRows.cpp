@@ -14,9 +14,9 @@ qint64 CountDayOffs(DatabaseConnection& db, int month, int day)
 
 QString ReadDayOffRemark(DatabaseConnection& db, int month, int day)
 {
-    const Rows rows = db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 AND DATAN1 = ") +
-                                  QString::number(month) + QStringLiteral(" AND DATAN2 = ") + QString::number(day) +
-                                  QStringLiteral(" ;"));
+    const Rows rows =
+        db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 AND DATAN1 = ") + QString::number(month) +
+                    QStringLiteral(" AND DATAN2 = ") + QString::number(day) + QStringLiteral(" ;"));
     return rows.empty() ? QString() : rows.front().text(QStringLiteral("DATAS1"));
 }
 

@@ -102,8 +102,8 @@ void FrmDayOff::ComUpd_Click()
     if (!handOver.DayOffOK)
         return;
     if (RunUserAction(m_app, this, [&] {
-            UpdateDayOffs(m_app.db(), DayOffKeyMonth(key), DayOffKeyDay(key), handOver.DayOffMonth,
-                          handOver.DayOffDay, handOver.DayOffRemark);
+            UpdateDayOffs(m_app.db(), DayOffKeyMonth(key), DayOffKeyDay(key), handOver.DayOffMonth, handOver.DayOffDay,
+                          handOver.DayOffRemark);
         }))
         FillList(DayOffKey(handOver.DayOffMonth, handOver.DayOffDay));
 }
@@ -113,8 +113,8 @@ void FrmDayOff::ComDel_Click()
     const int key = selectedKey();
     if (key == 0 || !m_app.prompter)
         return;
-    const Prompt prompt{QStringLiteral("選択された休日設定を削除します"), PromptIcon::Warning,
-                        PromptButtons::OkCancel, PromptAnswer::Cancel, AppInfo::productTitle()};
+    const Prompt prompt{QStringLiteral("選択された休日設定を削除します"), PromptIcon::Warning, PromptButtons::OkCancel,
+                        PromptAnswer::Cancel, AppInfo::productTitle()};
     if (m_app.prompter->ask(this, prompt) != PromptAnswer::Ok)
         return;
     const int row = m_ui->LstDayOff->currentRow();

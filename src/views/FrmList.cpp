@@ -134,9 +134,8 @@ bool FrmList::FillGrid(qint64 keepId, int keepRow)
             *bound = typed;
         }
     }
-    const bool filled = RunUserAction(m_app, this, [this, choice, &from, &to] {
-        m_model->fill(m_app.db(), ListEntrySql(choice, from, to));
-    });
+    const bool filled = RunUserAction(
+        m_app, this, [this, choice, &from, &to] { m_model->fill(m_app.db(), ListEntrySql(choice, from, to)); });
     if (!filled)
         return false;
     m_filledFrom = m_ui->TxtFrom->text();
@@ -268,8 +267,8 @@ void FrmList::MnuUpdate_Click()
         handOver.TaskEditId = static_cast<int>(id);
         FrmTask editor(m_app, handOver, this);
         editor.exec();
-        AfterEdit(handOver.TaskSaved, handOver.TaskPostRequested, handOver.TaskPostText,
-                  handOver.TaskPostColorIndex, id);
+        AfterEdit(handOver.TaskSaved, handOver.TaskPostRequested, handOver.TaskPostText, handOver.TaskPostColorIndex,
+                  id);
     } else {
         ScheduleHandOver handOver;
         handOver.ScheduleEditMode = QStringLiteral("UPD");
@@ -287,8 +286,8 @@ void FrmList::MnuDelete_Click()
         return;
     const qint64 id = m_model->idAt(row);
     const QString kind = m_model->isTask(row) ? QStringLiteral("タスク : ") : QStringLiteral("スケジュール : ");
-    const QString question = kind + m_model->cellText(row, ListGridModel::Subject) +
-                             QStringLiteral(" を削除してよろしいですか？");
+    const QString question =
+        kind + m_model->cellText(row, ListGridModel::Subject) + QStringLiteral(" を削除してよろしいですか？");
     const Prompt prompt{question, PromptIcon::Question, PromptButtons::OkCancel, PromptAnswer::Cancel,
                         AppInfo::productTitle()};
     if (m_app.prompter->ask(this, prompt) != PromptAnswer::Ok)

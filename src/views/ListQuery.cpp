@@ -29,8 +29,7 @@ QString ListEntrySql(ListChoice choice, const QDate& from, const QDate& to)
                           QStringLiteral(" AND ENDDT <= ") + t + QStringLiteral(")) ");
     const QString openTasks = QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + f +
                               QStringLiteral(" AND ENDDT <= ") + t + QStringLiteral(") AND COMPLETION = '0') ");
-    const QString schedules =
-        a + QStringLiteral("OR ") + d + QStringLiteral("OR ") + b + QStringLiteral("OR ") + c;
+    const QString schedules = a + QStringLiteral("OR ") + d + QStringLiteral("OR ") + b + QStringLiteral("OR ") + c;
 
     QString where;
     switch (choice) {
