@@ -14,6 +14,7 @@ class QLabel;
 class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
+class StickyNotes;
 struct AppServices;
 struct ScheduleHandOver;
 struct TaskHandOver;
@@ -95,6 +96,8 @@ public:
     void RegisterHotKeys();
 
     HalvernCalendar* calendar() const { return m_calendar; }
+    // The notes on the desktop and their saving.
+    StickyNotes* stickyNotes() const { return m_notes; }
     int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
     QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
     QColor LabelForeColor() const { return m_labelForeColor; }
@@ -121,6 +124,7 @@ private:
     AppServices& m_app;
     std::unique_ptr<SingleInstance> m_instance;
     QSystemTrayIcon* m_tray = nullptr;
+    StickyNotes* m_notes = nullptr;
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;

@@ -7,6 +7,7 @@
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
 #include "masters/FrmDayOff.h"
+#include "notes/StickyNotes.h"
 #include "views/FrmList.h"
 
 void FrmMain::OpenList(const QDate& from, const QDate& to)
@@ -50,7 +51,8 @@ void FrmMain::NewStickyNoteFrom(const QString& text, int colorIndex)
 
 void FrmMain::NewStickyNote()
 {
-    // The note described in slot 0 opens here, in the first free slot.
+    // The note described in slot 0 opens in the lowest free slot; a 31st is refused.
+    m_notes->NewStickyNote(this);
 }
 
 void FrmMain::OpenSettings()
