@@ -3,6 +3,7 @@
 #include "common/AppInfo.h"
 #include "common/AppServices.h"
 #include "common/Clock.h"
+#include "common/Fonts.h"
 #include "common/Prompter.h"
 #include "common/UserAction.h"
 #include "masters/DayOffRows.h"
@@ -18,6 +19,9 @@ FrmDayOff::FrmDayOff(AppServices& app, QWidget* parent)
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_ui->LstDayOff->setSelectionMode(QAbstractItemView::SingleSelection);
+    // One Japanese fixed-pitch font for every line: the dates stand in a column, and the
+    // digits do not change face with the script of the remark after them.
+    m_ui->LstDayOff->setFont(FixedPitchJapaneseFont(m_ui->LstDayOff->font().pointSizeF()));
     connect(m_ui->ComADD, &QPushButton::clicked, this, &FrmDayOff::ComADD_Click);
     connect(m_ui->ComUpd, &QPushButton::clicked, this, &FrmDayOff::ComUpd_Click);
     connect(m_ui->ComDel, &QPushButton::clicked, this, &FrmDayOff::ComDel_Click);

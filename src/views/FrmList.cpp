@@ -22,6 +22,9 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace {
 constexpr int PickerLeftOffset = 50; // twips right of the date box
@@ -43,8 +46,15 @@ FrmList::FrmList(AppServices& app, ListHandOver& handOver, QWidget* parent)
     grid->setModel(m_model);
     const double dpi = Units::LogicalDpi(this);
     int gridWidth = 0;
+    const QFontMetrics cellFont = grid->fontMetrics();
+    const QFontMetrics titleFont = grid->horizontalHeader()->fontMetrics();
     for (int column = 0; column < ListGridModel::ColumnCount; ++column) {
-        const int width = Units::TwipsToPixels(ListGridModel::columnWidthTwips(column), dpi);
+        // The widths were set for a narrow bitmap font; a wider one still shows whole dates
+        // and times and whole titles.
+        const int padding = 2 * grid->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, grid) + 6;
+        const int width = std::max({Units::TwipsToPixels(ListGridModel::columnWidthTwips(column), dpi),
+                                    cellFont.horizontalAdvance(ListGridModel::columnSample(column)) + padding,
+                                    titleFont.horizontalAdvance(ListGridModel::columnTitle(column)) + padding});
         grid->setColumnWidth(column, width);
         gridWidth += width;
     }
@@ -71,7 +81,8 @@ FrmList::FrmList(AppServices& app, ListHandOver& handOver, QWidget* parent)
     m_links->add(m_ui->LabEndDate, [this] { LabEndDate_Click(); });
 
     buildMenu();
-    resize(gridWidth + grid->verticalScrollBar()->sizeHint().width() + 40, 460);
+    // Some room beyond the set widths for the class names, which have no width of their own.
+    resize(gridWidth + grid->verticalScrollBar()->sizeHint().width() + 120, 460);
     Form_Load();
     connect(m_ui->CmbSelect, qOverload<int>(&QComboBox::currentIndexChanged), this, &FrmList::CmbSelect_Click);
 }

@@ -160,3 +160,17 @@ int ListGridModel::columnWidthTwips(int column)
 {
     return column >= 0 && column < ColumnCount ? Columns[static_cast<size_t>(column)].widthTwips : 0;
 }
+
+QString ListGridModel::columnSample(int column)
+{
+    switch (column) {
+    case StartDate:
+    case EndDate:
+        return QStringLiteral("0000/00/00");
+    case StartTime:
+    case EndTime:
+        return QStringLiteral("00:00");
+    default:
+        return QString();
+    }
+}

@@ -48,6 +48,8 @@ public:
     // The column's title and width in twips, as the grid was always laid out.
     static QString columnTitle(int column);
     static int columnWidthTwips(int column);
+    // The widest text the column usually holds (dates and times), "" for free text.
+    static QString columnSample(int column);
 
 private:
     Rows m_entries;
