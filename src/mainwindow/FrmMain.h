@@ -15,6 +15,7 @@ class QLabel;
 class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
+class StickyNotes;
 struct AppServices;
 struct ScheduleHandOver;
 struct TaskHandOver;
@@ -97,6 +98,8 @@ public:
     void RegisterHotKeys();
 
     HalvernCalendar* calendar() const { return m_calendar; }
+    // The notes on the desktop and their saving.
+    StickyNotes* stickyNotes() const { return m_notes; }
     int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
     QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
     QColor LabelForeColor() const { return m_labelForeColor; }
@@ -125,6 +128,7 @@ private:
     // The hot keys held while the program runs (a child; none before the first registration).
     GlobalHotKeys* m_hotKeys = nullptr;
     QSystemTrayIcon* m_tray = nullptr;
+    StickyNotes* m_notes = nullptr;
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;
