@@ -20,6 +20,9 @@ void GlobalHotKeys::RegisterHotKeys()
     UnregisterHotKeys();
     const std::vector<HotKeyRow> rows = ReadHotKeyRows(m_app.db());
     for (const HotKeyRow& row : rows) {
+        // A row beyond the actions has nothing to do: its keys are left to other programs.
+        if (m_bindings.size() >= m_actions.size())
+            break;
         const HotKeyBinding binding = row.binding;
         HotKeyStatus status = HotKeyStatus::Unavailable;
         if (binding.key != 0 && m_backend) {
