@@ -7,6 +7,7 @@
 #include "common/Clock.h"
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
+#include "notes/StickyNotes.h"
 #include "settings/FrmSetting.h"
 #include "settings/GlobalHotKeys.h"
 
@@ -45,7 +46,8 @@ void FrmMain::NewStickyNoteFrom(const QString& text, int colorIndex)
 
 void FrmMain::NewStickyNote()
 {
-    // The note described in slot 0 opens here, in the first free slot.
+    // The note described in slot 0 opens in the lowest free slot; a 31st is refused.
+    m_notes->NewStickyNote(this);
 }
 
 void FrmMain::OpenSettings()
