@@ -1,10 +1,13 @@
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
+#include "common/HotKeyBackend.h"
+#include "common/Pickers.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "common/UrlOpener.h"
 #include "mainwindow/FrmMain.h"
+#include "platform/HotKeyBackendFactory.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
 #include "views/FrmDatePicker.h"
@@ -33,6 +36,10 @@ int main(int argc, char* argv[])
     MessageBoxPrompter prompter;
     SystemRandomSource random;
     DesktopUrlOpener urlOpener;
+    DialogColorPicker colorPicker;
+    DialogFontPicker fontPicker;
+    DialogFilePicker filePicker;
+    const std::unique_ptr<HotKeyBackend> hotKeys = CreateHotKeyBackend();
 
     AppServices services;
     services.programDir = QApplication::applicationDirPath();
@@ -41,6 +48,10 @@ int main(int argc, char* argv[])
     services.prompter = &prompter;
     services.random = &random;
     services.urlOpener = &urlOpener;
+    services.colorPicker = &colorPicker;
+    services.fontPicker = &fontPicker;
+    services.filePicker = &filePicker;
+    services.hotKeys = hotKeys.get();
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {

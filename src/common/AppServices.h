@@ -10,7 +10,11 @@
 #include <memory>
 
 class Clock;
+class ColorPicker;
 class DatePicker;
+class FilePicker;
+class FontPicker;
+class HotKeyBackend;
 class Prompter;
 class RandomSource;
 class UrlOpener;
@@ -27,6 +31,11 @@ struct AppServices
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
     UrlOpener* urlOpener = nullptr;
+    ColorPicker* colorPicker = nullptr;
+    FontPicker* fontPicker = nullptr;
+    FilePicker* filePicker = nullptr;
+    // The desktop's global hot keys (a backend that says it has none where there are none).
+    HotKeyBackend* hotKeys = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

@@ -4,23 +4,34 @@
 #include "mainwindow/FrmMain.h"
 
 #include "common/AppServices.h"
+#include "common/Clock.h"
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
+#include "masters/FrmDayOff.h"
 #include "notes/StickyNotes.h"
+#include "settings/FrmSetting.h"
+#include "settings/GlobalHotKeys.h"
+#include "views/FrmList.h"
 
 void FrmMain::OpenList(const QDate& from, const QDate& to)
 {
     MainWindowBusy busy(m_app.state);
-    // The list window opens here on the range from..to.
-    Q_UNUSED(from)
-    Q_UNUSED(to)
+    ListHandOver handOver;
+    handOver.ListFromDate = from;
+    handOver.ListToDate = to;
+    // The month behind the list follows every change made from it at once.
+    handOver.EntriesChanged = [this] { RunUserAction(m_app, this, [this] { RefreshMonthMarks(); }); };
+    handOver.NewStickyNote = [this](const QString& text, int colorIndex) { NewStickyNoteFrom(text, colorIndex); };
+    FrmList list(m_app, handOver, this);
+    list.exec();
 }
 
 void FrmMain::OpenDayOffs()
 {
     {
         MainWindowBusy busy(m_app.state);
-        // The day-off dialog opens here.
+        FrmDayOff dayOffs(m_app, this);
+        dayOffs.exec();
     }
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
 }
@@ -54,26 +65,47 @@ void FrmMain::OpenSettings()
         MainWindowBusy busy(m_app.state);
         ShowSettingsDialog();
     }
-    RegisterHotKeys();
+    RunUserAction(m_app, this, [this] { RegisterHotKeys(); });
     if (m_app.state.RestoreDone) {
         // The data under the program was replaced; the user starts it again.
         RequestShutdown(UnloadMode::FormCode);
         return;
     }
-    RunUserAction(m_app, this, [this] { ApplyDesignSettings(); });
+    // The first day of the week may have moved the grid: the marks follow it.
+    RunUserAction(m_app, this, [this] {
+        ApplyTransparency();
+        ApplyDesignSettings();
+        RefreshMonthMarks();
+    });
 }
 
 void FrmMain::UnregisterHotKeys()
 {
-    // The hot keys are released here.
+    if (m_hotKeys)
+        m_hotKeys->UnregisterHotKeys();
 }
 
 void FrmMain::ShowSettingsDialog()
 {
-    // The settings dialog opens here, modally.
+    FrmSetting dialog(m_app, this);
+    dialog.exec();
 }
 
 void FrmMain::RegisterHotKeys()
 {
-    // The hot keys are read from their rows and taken here.
+    if (!m_hotKeys) {
+        // In the order of the hot-key rows. Each reads "today" when the key is pressed.
+        GlobalHotKeys::Actions actions = {
+            [this] { ShowCalendar(); },
+            [this] { NewSchedule(m_app.clock->today()); },
+            [this] { NewTask(m_app.clock->today()); },
+            [this] { NewEmptyStickyNote(); },
+            [this] {
+                const QDate today = m_app.clock->today();
+                OpenList(today, today.addMonths(1));
+            },
+        };
+        m_hotKeys = new GlobalHotKeys(m_app, std::move(actions), this);
+    }
+    m_hotKeys->RegisterHotKeys();
 }

@@ -6,6 +6,7 @@
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "common/UrlOpener.h"
+#include "support/FakePickers.h"
 
 #include <QDateTime>
 #include <QList>
@@ -109,6 +110,10 @@ public:
     FakeRandom random;
     FakeDatePicker datePicker;
     FakeUrlOpener urlOpener;
+    FakeColorPicker colorPicker;
+    FakeFontPicker fontPicker;
+    FakeFilePicker filePicker;
+    FakeHotKeyBackend hotKeys;
     AppServices services;
 
     DatabaseConnection& db() { return services.db(); }
