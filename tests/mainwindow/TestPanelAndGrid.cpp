@@ -12,7 +12,7 @@
 
 namespace {
 
-const QDate Shown(2026, 11, 10);
+const QDate PanelDay(2026, 11, 10);
 
 QString Subject(FrmMain& main, int row)
 {
@@ -74,18 +74,18 @@ void TestPanelAndGrid::unreadableRowsLeaveNoTrace()
     StoreEntry(env.db(), Entry(2, QStringLiteral("A1"), QStringLiteral("20261110"), QString(),
                                QStringLiteral("20261110"), QString(), QStringLiteral("正しい行")));
     env.services.connection.reset();
-    env.clock.current = QDateTime(Shown, QTime(9, 0));
+    env.clock.current = QDateTime(PanelDay, QTime(9, 0));
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
 
     // Only the good row's day is marked, in this month and the neighbouring ones.
-    for (const QDate& month : {Shown.addMonths(-1), Shown, Shown.addMonths(1)}) {
+    for (const QDate& month : {PanelDay.addMonths(-1), PanelDay, PanelDay.addMonths(1)}) {
         main.calendar()->setCurrentDate(month);
         for (QDate d = main.calendar()->FirstShownDate(); d <= main.calendar()->LastShownDate(); d = d.addDays(1))
-            QVERIFY2(main.calendar()->isEntryDay(d) == (d == Shown), qPrintable(d.toString(Qt::ISODate)));
+            QVERIFY2(main.calendar()->isEntryDay(d) == (d == PanelDay), qPrintable(d.toString(Qt::ISODate)));
     }
     // The good row has the first line; the bad one takes no line on any day.
-    main.calendar()->setCurrentDate(Shown);
+    main.calendar()->setCurrentDate(PanelDay);
     QCOMPARE(Subject(main, 0), QStringLiteral("正しい行"));
     QCOMPARE(Subject(main, 1), QString());
     for (const QDate& day : {QDate(2026, 11, 1), QDate(2026, 11, 30), QDate(1990, 1, 1)}) {
@@ -135,7 +135,7 @@ void TestPanelAndGrid::gridKeepsItsGeometry()
     const QRect emptyPanelGrid = main.calendar()->geometry();
     const QSize window = main.size();
 
-    main.calendar()->setCurrentDate(Shown);
+    main.calendar()->setCurrentDate(PanelDay);
     QCoreApplication::processEvents();
     QCOMPARE(main.calendar()->geometry(), emptyPanelGrid);
     QCOMPARE(main.size(), window);
@@ -186,7 +186,7 @@ void TestPanelAndGrid::hoveringADay()
     QVERIFY(main.Form_Load());
     main.show();
     QVERIFY(QTest::qWaitForWindowExposed(&main));
-    QCOMPARE(HoverText(main, Shown), expected);
+    QCOMPARE(HoverText(main, PanelDay), expected);
     main.Form_Unload();
 }
 
