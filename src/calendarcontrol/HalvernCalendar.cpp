@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace {
@@ -281,6 +282,23 @@ void HalvernCalendar::showNextMonth()
 void HalvernCalendar::goToToday()
 {
     setCurrentDate(today());
+}
+
+bool HalvernCalendar::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QDate date = dateAt(help->pos());
+    const QString text = date.isValid() && m_dayToolTip ? m_dayToolTip(date) : QString();
+    if (text.isEmpty()) {
+        QToolTip::hideText();
+        event->ignore();
+    } else {
+        // Tied to the day's cell: moving to another day asks again.
+        QToolTip::showText(help->globalPos(), text, this, dayRect(date));
+    }
+    return true;
 }
 
 void HalvernCalendar::mousePressEvent(QMouseEvent* event)
