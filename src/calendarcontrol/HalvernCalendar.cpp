@@ -290,7 +290,15 @@ bool HalvernCalendar::event(QEvent* event)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const QDate date = dateAt(help->pos());
-    const QString text = date.isValid() && m_dayToolTip ? m_dayToolTip(date) : QString();
+    // The holiday's name comes first, then whatever the owner says about the day.
+    QStringList lines;
+    if (date.isValid()) {
+        if (const QString holiday = holidayName(date); !holiday.isEmpty())
+            lines << holiday;
+        if (const QString more = m_dayToolTip ? m_dayToolTip(date) : QString(); !more.isEmpty())
+            lines << more;
+    }
+    const QString text = lines.join(QLatin1Char('\n'));
     if (text.isEmpty()) {
         QToolTip::hideText();
         event->ignore();

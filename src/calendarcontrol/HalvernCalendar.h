@@ -73,7 +73,7 @@ public:
     // Without a provider there is no today: no mark, and Home does nothing.
     void setTodayProvider(TodayProvider provider);
     void setToday(const QDate& date);
-    // The text shown when the pointer rests on a day ("" shows nothing).
+    // The text shown when the pointer rests on a day, under the holiday's name ("" adds nothing).
     void setDayToolTipProvider(DayToolTipProvider provider) { m_dayToolTip = std::move(provider); }
     QDate today() const;
 
