@@ -24,12 +24,6 @@ void AddDayOff(DatabaseConnection& db, int month, int day)
     StoreGeneral(db, 200, {{"DATAS1", "off"}, {"DATAN1", month}, {"DATAN2", day}});
 }
 
-QString LabelText(const FrmMain& main, const QString& name)
-{
-    auto* label = main.findChild<QLabel*>(name);
-    return label ? label->text() : QStringLiteral("<missing %1>").arg(name);
-}
-
 } // namespace
 
 class TestMainWindow : public QObject
@@ -67,8 +61,8 @@ void TestMainWindow::startUpShowsToday()
     QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
     QCOMPARE(main.calendar()->titleText(), QStringLiteral("11月 2026"));
     QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
-    QCOMPARE(LabelText(main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
     QVERIFY(main.calendar()->isEntryDay(QDate(2026, 11, 22)));
     // The span marks every day of it that the grid shows, into the next month.
     for (const QDate& d : {QDate(2026, 11, 30), QDate(2026, 12, 1), QDate(2026, 12, 2)})
@@ -126,7 +120,7 @@ void TestMainWindow::panelRows()
         if (id <= entries)
             present << id;
     for (int row = 0; row < PanelRows; ++row) {
-        const QString yotei = LabelText(main, QStringLiteral("LabYotei(%1)").arg(row));
+        const QString yotei = Shown(&main, QStringLiteral("LabYotei(%1)").arg(row));
         if (row >= present.size()) {
             QCOMPARE(yotei, QString());
             QCOMPARE(main.PanelEntryId(row), 0);
@@ -138,9 +132,9 @@ void TestMainWindow::panelRows()
         QCOMPARE(main.PanelEntryId(row), id);
         QCOMPARE(main.PanelEntryData(row), r.kind[0] == 'T' ? QStringLiteral("2") : QStringLiteral("1"));
         QCOMPARE(yotei, QString::fromUtf8(r.shownSubject));
-        QCOMPARE(LabelText(main, QStringLiteral("LabTime(%1)").arg(row)), QString::fromUtf8(r.shownTime));
+        QCOMPARE(Shown(&main, QStringLiteral("LabTime(%1)").arg(row)), QString::fromUtf8(r.shownTime));
     }
-    auto* more = main.findChild<LinkLabel*>(QStringLiteral("LabMore"));
+    auto* more = Control<LinkLabel>(&main, "LabMore");
     QVERIFY(more);
     QCOMPARE(more->isVisibleTo(&main), moreShown);
     QCOMPARE(more->text(), QStringLiteral("more..."));
@@ -180,8 +174,8 @@ void TestMainWindow::monthSwitchMarks()
     // Only the current month's day-offs are marked, even where the grid shows other days.
     QVERIFY(!calendar->isDayOff(QDate(2027, 1, 2)));
     QCOMPARE(main.windowTitle(), QStringLiteral("2026/12/3 (木)"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("旅行"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("旅行"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
 
     // Moving on clears the previous month's marks.
     calendar->setCurrentDate(QDate(2027, 3, 1));
@@ -197,21 +191,21 @@ void TestMainWindow::panelFollowsEveryChange()
     FrmMain main(env.services);
     main.calendar()->setCurrentDate(QDate(2026, 11, 10));
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QString());
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QString());
 
     // A write is seen by the next refresh of the same day.
     AddEntry(env.db(), 1, "A1", QStringLiteral("追加"), "20261110", "", "20261110", "");
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
 
     // So is a rollback that takes a change back.
     env.db().BeginTrans();
     env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '変更' WHERE ID = 1"));
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
     env.db().RollbackTrans();
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
 
     // And a database opened anew (as after a restore) is read again, whatever it holds.
     env.services.connection.reset();
@@ -220,7 +214,7 @@ void TestMainWindow::panelFollowsEveryChange()
     env.services.connection.reset();
     env.open();
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 }
 
 void TestMainWindow::dayOffsOfLeapDays_data()
@@ -268,7 +262,7 @@ void TestMainWindow::designSettings()
     QCOMPARE(main.LabelForeColor(), QColor(0, 0, 255));
     QCOMPARE(main.calendar()->FirstDayOfWeek(), 2);
     QCOMPARE(main.palette().color(QPalette::Window), Units::ColorFromStored(0x00E0F0FF));
-    auto* time = main.findChild<QLabel*>(QStringLiteral("LabTime(1)"));
+    auto* time = Control<QLabel>(&main, "LabTime(1)");
     QCOMPARE(time->palette().color(QPalette::WindowText), QColor(0, 0, 255));
     // Time texts line up in columns: blanks, digits, colons and arrows are all one width.
     const QFontMetrics metrics(time->font());
@@ -276,10 +270,10 @@ void TestMainWindow::designSettings()
              metrics.horizontalAdvance(QStringLiteral("20:30 - 24:00")));
     QCOMPARE(metrics.horizontalAdvance(QStringLiteral("      ->17:00")),
              metrics.horizontalAdvance(QStringLiteral(" 5/ 1 -> 5/ 3")));
-    auto* subject = main.findChild<LinkLabel*>(QStringLiteral("LabYotei(2)"));
+    auto* subject = Control<LinkLabel>(&main, "LabYotei(2)");
     QCOMPARE(subject->palette().color(QPalette::WindowText), QColor(0, 0, 255));
     QCOMPARE(subject->font().pointSizeF(), 11.5);
-    auto* link = main.findChild<LinkLabel*>(QStringLiteral("LabHelp"));
+    auto* link = Control<LinkLabel>(&main, "LabHelp");
     QCOMPARE(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
 
     // Switching the option off again takes the window off the top, every time it is applied.
@@ -319,7 +313,7 @@ void TestMainWindow::linkHover()
     main.ApplyDesignSettings();
     main.show();
     QVERIFY(QTest::qWaitForWindowExposed(&main));
-    auto* link = main.findChild<LinkLabel*>(QStringLiteral("LabScaedule"));
+    auto* link = Control<LinkLabel>(&main, "LabScaedule");
     QVERIFY(link);
     QCOMPARE(link->text(), QStringLiteral("Schedule"));
     QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), link->mapToGlobal(QPointF(2, 2)));

@@ -472,13 +472,9 @@ void TestShell::versionDialog()
 {
     FrmVersion dialog;
     QCOMPARE(dialog.windowTitle(), QStringLiteral("バージョン情報"));
-    auto* title = dialog.findChild<QLabel*>(QStringLiteral("LabTitle"));
-    QVERIFY(title);
-    QCOMPARE(title->text(), QStringLiteral("Halvern Verdaly 1.2"));
+    QCOMPARE(Shown(&dialog, "LabTitle"), QStringLiteral("Halvern Verdaly 1.2"));
     dialog.show();
-    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("ComOK"));
-    QVERIFY(ok);
-    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::mouseClick(Control(&dialog, "ComOK"), Qt::LeftButton);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(!dialog.isVisible());
 }
