@@ -2,6 +2,7 @@
 // the focus, and a combination another X client holds reported.
 #include "common/Clock.h"
 #include "support/TestKit.h"
+#include "support/VirtualDesktop.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -21,15 +22,12 @@ private slots:
     void hotKeyOpensTodaysSchedule();
 
 private:
-    QProcessEnvironment environment() const;
     // Runs xdotool with the blank-separated words of arguments; answers what it printed.
     QString xdotool(const QString& arguments);
     bool waitForWindow(const QString& search, QString* window = nullptr, bool gone = false);
     void grabElsewhere(xcb_keysym_t keysym, uint16_t modifiers);
 
-    QProcess m_xvfb;
-    QProcess m_windowManager;
-    QString m_display;
+    VirtualDesktop m_desktop;
     xcb_connection_t* m_otherClient = nullptr;
 };
 
@@ -51,44 +49,19 @@ bool WaitUntil(const std::function<bool()>& condition, int timeoutMs = 20000)
 
 void TestHotKeysEndToEnd::initTestCase()
 {
-    m_xvfb.start(QStringLiteral("Xvfb"), QStringLiteral("-displayfd 1 -screen 0 1024x768x24 -nolisten tcp").split(' '));
-    QVERIFY2(m_xvfb.waitForStarted(), "Xvfb is needed for the end-to-end test (scripts/test installs it)");
-    QVERIFY(WaitUntil([&] { return m_xvfb.canReadLine() || m_xvfb.state() != QProcess::Running; }));
-    m_display = QLatin1Char(':') + QString::fromLatin1(m_xvfb.readLine()).trimmed();
-    m_windowManager.setProcessEnvironment(environment());
-    m_windowManager.start(QStringLiteral("jwm"), {});
-    QVERIFY2(m_windowManager.waitForStarted(), "jwm is needed for the end-to-end test");
-    QTest::qWait(500);
+    const QString failed = m_desktop.start(QStringLiteral("1024x768"), true);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
 }
 
 void TestHotKeysEndToEnd::cleanupTestCase()
 {
     if (m_otherClient)
         xcb_disconnect(m_otherClient);
-    for (QProcess* process : {&m_windowManager, &m_xvfb}) {
-        process->terminate();
-        process->waitForFinished(5000);
-    }
-}
-
-QProcessEnvironment TestHotKeysEndToEnd::environment() const
-{
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DISPLAY"), m_display);
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    return env;
 }
 
 QString TestHotKeysEndToEnd::xdotool(const QString& arguments)
 {
-    QProcess tool;
-    tool.setProcessEnvironment(environment());
-    tool.start(QStringLiteral("xdotool"), arguments.split(QLatin1Char(' ')));
-    if (!tool.waitForFinished(10000)) {
-        tool.kill(); // a --sync that waits for a change that already happened
-        tool.waitForFinished();
-    }
-    return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    return m_desktop.run(QStringLiteral("xdotool"), arguments.split(QLatin1Char(' ')));
 }
 
 bool TestHotKeysEndToEnd::waitForWindow(const QString& search, QString* window, bool gone)
@@ -105,7 +78,7 @@ bool TestHotKeysEndToEnd::waitForWindow(const QString& search, QString* window, 
 // Another X client takes a combination on the root window, as a desktop tool would.
 void TestHotKeysEndToEnd::grabElsewhere(xcb_keysym_t keysym, uint16_t modifiers)
 {
-    m_otherClient = xcb_connect(m_display.toLatin1().constData(), nullptr);
+    m_otherClient = xcb_connect(m_desktop.display().toLatin1().constData(), nullptr);
     QVERIFY(!xcb_connection_has_error(m_otherClient));
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_otherClient)).data->root;
     xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(m_otherClient);
@@ -130,9 +103,8 @@ void TestHotKeysEndToEnd::hotKeyOpensTodaysSchedule()
     // Another program holds Ctrl+Alt+J before the calendar starts: the start reports it.
     grabElsewhere(0x006a /* j */, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1);
     QProcess calendar;
-    calendar.setProcessEnvironment(environment());
-    calendar.start(QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly")),
-                   {QStringLiteral("--data-dir"), env.services.dataDir});
+    calendar.setProcessEnvironment(m_desktop.environment());
+    calendar.start(VerdalyProgram(), {QStringLiteral("--data-dir"), env.services.dataDir});
     QVERIFY(calendar.waitForStarted());
     const QString restarted = QString::number(calendar.processId());
     QString main;
@@ -145,7 +117,7 @@ void TestHotKeysEndToEnd::hotKeyOpensTodaysSchedule()
 
     // Another program in front; the hot key still reaches the calendar.
     QProcess other;
-    other.setProcessEnvironment(environment());
+    other.setProcessEnvironment(m_desktop.environment());
     other.start(QStringLiteral("xmessage"), {"-name", "otherprogram", "another program"});
     QString otherWindow;
     QVERIFY(waitForWindow(QStringLiteral("--classname otherprogram"), &otherWindow));
