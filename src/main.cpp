@@ -1,6 +1,7 @@
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
+#include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "mainwindow/FrmMain.h"
@@ -24,12 +25,14 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    SystemProcessLauncher launcher;
 
     AppServices services;
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.launcher = &launcher;
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {

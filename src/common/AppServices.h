@@ -11,6 +11,7 @@
 
 class Clock;
 class DatePicker;
+class ProcessLauncher;
 class Prompter;
 class RandomSource;
 
@@ -23,6 +24,7 @@ struct AppServices
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
+    ProcessLauncher* launcher = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 
+class AlarmEngine;
 class HalvernCalendar;
 class LinkLabel;
 class QFrame;
@@ -59,6 +60,12 @@ public:
     void ApplyTransparency();
     void ResetLinkStyles();
 
+    // The alarm: the 30-second tick of Timer, and the call a window makes after it changed
+    // entries or settings, so that the next alarm is armed for its new moment.
+    void Timer_Timer();
+    void RearmAlarms();
+    AlarmEngine* alarms() const { return m_alarms; }
+
     HalvernCalendar* calendar() const { return m_calendar; }
     int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
     QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
@@ -84,6 +91,7 @@ private:
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;
+    AlarmEngine* m_alarms = nullptr;
     HalvernCalendar* m_calendar = nullptr;
     std::array<QLabel*, PanelRows> LabTime{};
     std::array<LinkLabel*, PanelRows> LabYotei{};

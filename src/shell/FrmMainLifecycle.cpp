@@ -2,6 +2,7 @@
 // are started and stopped.
 #include "mainwindow/FrmMain.h"
 
+#include "alarms/AlarmEngine.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
@@ -89,6 +90,9 @@ bool FrmMain::Form_Load()
     RunStep("day panel", [&] { RefreshDayPanel(); });
     RunStep("month marks", [&] { RefreshMonthMarks(); });
     m_loading = false;
+
+    // 15. The alarm timer.
+    m_alarms->start();
     return true;
 }
 
@@ -116,6 +120,9 @@ void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 
 void FrmMain::Form_Unload()
 {
+    // No alarm may run against a connection being closed.
+    m_alarms->stop();
+
     // 1. The sticky notes, unless a restore has just replaced the data under us.
     if (!m_app.state.RestoreDone)
         RunStep("saving sticky notes", [&] { SaveStickyNotes(m_app.db(), m_app.state.StickyNotes); });

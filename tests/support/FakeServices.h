@@ -5,12 +5,14 @@
 #include "common/DatePicker.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "support/FakeLauncher.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QTemporaryDir>
 
 #include <deque>
+#include <functional>
 #include <memory>
 
 class FakeClock final : public Clock
@@ -26,10 +28,14 @@ class FakePrompter final : public Prompter
 public:
     QList<Prompt> shown;
     std::deque<PromptAnswer> answers;
+    // Runs while the box would be open, as the user or another window might act then.
+    std::function<void(const Prompt&)> whileShown;
 
     PromptAnswer ask(QWidget*, const Prompt& prompt) override
     {
         shown.append(prompt);
+        if (whileShown)
+            whileShown(prompt);
         if (prompt.buttons == PromptButtons::Ok)
             return PromptAnswer::Ok;
         if (answers.empty())
@@ -94,6 +100,7 @@ public:
     FakePrompter prompter;
     FakeRandom random;
     FakeDatePicker datePicker;
+    FakeLauncher launcher;
     AppServices services;
 
     DatabaseConnection& db() { return services.db(); }

@@ -1,0 +1,95 @@
+// An alarm on the real program, delivered by the real notifier to a real notification
+// server: on time, and once.
+#include "AlarmEntries.h"
+#include "support/DesktopSession.h"
+#include "support/FakeServices.h"
+
+#include <QtTest>
+
+class TestAlarmEndToEnd final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void alarmIsDeliveredOnceAtItsMoment();
+};
+
+void TestAlarmEndToEnd::alarmIsDeliveredOnceAtItsMoment()
+{
+    const QString program = QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly"));
+    QVERIFY2(QFileInfo(program).isExecutable(), qPrintable(program));
+    DesktopSession desktop;
+    QString why;
+    QVERIFY2(desktop.startDisplay(&why), qPrintable(why));
+    QVERIFY2(desktop.startBus(&why), qPrintable(why));
+    QVERIFY2(desktop.startNotificationServer(&why), qPrintable(why));
+
+    // The first whole minute at least half a minute ahead, so the program is up well before.
+    SystemClock clock;
+    const QDateTime start = clock.now();
+    QDateTime moment(start.date(), QTime(start.time().hour(), start.time().minute()));
+    while (start.msecsTo(moment) < 30000)
+        moment = moment.addSecs(60);
+
+    TestEnvironment env;
+    SetAlarmSettings(env.db(), 0, true);
+    AlarmEntry entry;
+    entry.kind = QStringLiteral("A3");
+    entry.startDt = entry.endDt = moment.date().toString(QStringLiteral("yyyyMMdd"));
+    entry.startTm = moment.time().toString(QStringLiteral("HH:mm"));
+    entry.business = QStringLiteral("定例会議 ") + entry.startTm;
+    entry.comment = QStringLiteral("第一会議室");
+    StoreAlarmEntry(env.db(), entry);
+    AlarmEntry tomorrow = entry;
+    tomorrow.id = 2;
+    tomorrow.startDt = tomorrow.endDt = moment.date().addDays(1).toString(QStringLiteral("yyyyMMdd"));
+    tomorrow.business = QStringLiteral("明日の会議");
+    StoreAlarmEntry(env.db(), tomorrow);
+    env.services.connection.reset();
+
+    QProcess calendar;
+    calendar.setProcessEnvironment(desktop.environment());
+    calendar.start(program, {QStringLiteral("--data-dir"), env.services.dataDir});
+    QVERIFY(calendar.waitForStarted());
+    QVERIFY2(WaitUntil([&] { return !desktop.visibleWindows(calendar.processId()).isEmpty(); }, 20000),
+             "the calendar showed no window");
+    QVERIFY2(clock.now() < moment, "the program took too long to start for the alarm's moment");
+
+    QDateTime seen;
+    WaitUntil(
+        [&] {
+            if (desktop.shownNotifications() <= 0)
+                return false;
+            seen = clock.now();
+            return true;
+        },
+        static_cast<int>(clock.now().msecsTo(moment)) + 5000);
+    QVERIFY2(seen.isValid(), "no alarm arrived");
+    const qint64 delay = moment.msecsTo(seen);
+    qInfo("alarm seen %lld ms after its moment", delay);
+    QVERIFY2(delay >= 0, "the alarm rang before its moment");
+    QVERIFY2(delay <= 2000, qPrintable(QStringLiteral("the alarm came %1 ms late").arg(delay)));
+
+    QTest::qWait(3000); // time for a second delivery, if there were one
+    int rung = 0;
+    for (const DesktopSession::Notification& n : desktop.closeAllAndReadHistory()) {
+        QVERIFY2(n.summary == entry.business, qPrintable(n.summary));
+        QCOMPARE(n.body, entry.comment);
+        ++rung;
+    }
+    QCOMPARE(rung, 1);
+    env.open();
+    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
+    QCOMPARE(AlarmFlag(env.db(), 2), QStringLiteral("1"));
+
+    calendar.terminate();
+    QVERIFY(calendar.waitForFinished(15000));
+    QCOMPARE(calendar.exitCode(), 0);
+}
+
+QObject* MakeTestAlarmEndToEnd()
+{
+    return new TestAlarmEndToEnd;
+}
+
+#include "TestAlarmEndToEnd.moc"
