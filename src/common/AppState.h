@@ -31,3 +31,22 @@ struct AppState
     QString MenuCommand;
     std::array<StickyNoteSlot, StickyNoteSlotCount> StickyNotes{};
 };
+
+// Holds MainWindowIdle false while a dialog opened from the main window (or by a hot key)
+// is up, and gives the old value back however the dialog ends, even through a database
+// failure, so the links never stay dead.
+class MainWindowBusy final
+{
+public:
+    explicit MainWindowBusy(AppState& state) : m_state(state), m_wasIdle(state.MainWindowIdle)
+    {
+        m_state.MainWindowIdle = false;
+    }
+    ~MainWindowBusy() { m_state.MainWindowIdle = m_wasIdle; }
+    MainWindowBusy(const MainWindowBusy&) = delete;
+    MainWindowBusy& operator=(const MainWindowBusy&) = delete;
+
+private:
+    AppState& m_state;
+    bool m_wasIdle;
+};

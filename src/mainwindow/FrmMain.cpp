@@ -9,6 +9,7 @@
 #include "common/Fonts.h"
 #include "common/LinkLabel.h"
 #include "common/UserAction.h"
+#include "notes/StickyNotes.h"
 #include "shell/SingleInstance.h"
 
 #include <QFrame>
@@ -24,6 +25,7 @@ FrmMain::FrmMain(AppServices& app, QWidget* parent) : QWidget(parent), m_app(app
     setWindowTitle(AppInfo::productTitle());
     setWindowIcon(AppIcon());
     setMouseTracking(true);
+    m_notes = new StickyNotes(m_app, this);
     buildControls();
 }
 

@@ -15,7 +15,10 @@ class QLabel;
 class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
+class StickyNotes;
 struct AppServices;
+struct ScheduleHandOver;
+struct TaskHandOver;
 
 // How a close came about; only a close from the window's own close box may be turned
 // into hiding the window in the tray.
@@ -60,6 +63,39 @@ public:
     void ApplyTransparency();
     void ResetLinkStyles();
 
+    // Commands the links, the tray menu and the hot keys share (FrmMainCommands.cpp).
+    // Brings the window back from the tray or from under other windows, normal and raised.
+    void ShowCalendar();
+    // The schedule / task editor for a new entry on `day` (the selected day from the link,
+    // today from a hot key); after a save the marks and the panel follow.
+    void NewSchedule(const QDate& day);
+    void NewTask(const QDate& day);
+
+    // The windows of the later parts of the program, one function each (FrmMainWindows.cpp).
+    // Each is reached from every place that opens that window, so filling it in once wires
+    // the menu, the links, the tray and the hot keys together.
+    // The list of entries from `from` to `to`: "一覧表示" (today to a month on), LabMore
+    // (the selected day alone), the list hot key.
+    void OpenList(const QDate& from, const QDate& to);
+    // The day-off dialog ("休日設定"); the marks are redrawn after it closes.
+    void OpenDayOffs();
+    // A new empty sticky note in a random colour: "付箋紙の新規作成" of the sub-menu and of
+    // the tray menu, and the sticky-note hot key.
+    void NewEmptyStickyNote();
+    // A new sticky note with this text and colour (an editor's "付箋紙" option); fills the
+    // hand-over slot 0 and opens the note it describes.
+    void NewStickyNoteFrom(const QString& text, int colorIndex);
+    // Opens the note described in slot 0 of the slot table.
+    void NewStickyNote();
+    // "設定": hot keys off, the settings dialog, hot keys on again, then either the end of
+    // the program (a backup was restored) or the new design applied.
+    void OpenSettings();
+    // The settings' steps: the capture field must see every combination while the dialog
+    // is up, so the hot keys are released before it opens and taken again after.
+    void UnregisterHotKeys();
+    void ShowSettingsDialog();
+    void RegisterHotKeys();
+
     // The alarm: the 30-second tick of Timer, and the call a window makes after it changed
     // entries or settings, so that the next alarm is armed for its new moment.
     void Timer_Timer();
@@ -67,6 +103,8 @@ public:
     AlarmEngine* alarms() const { return m_alarms; }
 
     HalvernCalendar* calendar() const { return m_calendar; }
+    // The notes on the desktop and their saving.
+    StickyNotes* stickyNotes() const { return m_notes; }
     int PanelEntryId(int row) const { return m_panelEntryId.at(static_cast<size_t>(row)); }
     QString PanelEntryData(int row) const { return m_panelEntryData.at(static_cast<size_t>(row)); }
     QColor LabelForeColor() const { return m_labelForeColor; }
@@ -84,10 +122,16 @@ private:
     void onDayChanged();
     void onMonthChanged();
     void setAlwaysOnTop(bool onTop);
+    // The editors as the main window opens them: busy while they are up; after a save
+    // the marks and the panel follow and a requested sticky note opens. Answer whether
+    // the editor saved.
+    bool runScheduleEditor(ScheduleHandOver& handOver);
+    bool runTaskEditor(TaskHandOver& handOver);
 
     AppServices& m_app;
     std::unique_ptr<SingleInstance> m_instance;
     QSystemTrayIcon* m_tray = nullptr;
+    StickyNotes* m_notes = nullptr;
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;

@@ -2,12 +2,25 @@
 
 #include "common/AppState.h"
 
+#include <QString>
+
 class DatabaseConnection;
 
-// The sticky-note rows (one per slot 1..30) as they are written at exit and read at start.
+// The sticky-note rows: one per slot 1..30, only ever updated, never inserted.
+using StickyNoteSlots = std::array<StickyNoteSlot, StickyNoteSlotCount>;
 
-// Closes every open note window and writes all 30 noteSlots back to their rows.
-void SaveStickyNotes(DatabaseConnection& db, std::array<StickyNoteSlot, StickyNoteSlotCount>& noteSlots);
+// The statement that writes slot `index` to its row: text, colour and place while the note
+// is open; otherwise an empty, closed row that keeps the slot's last place.
+QString StickyNoteRowSql(int index, const StickyNoteSlot& slot, bool open);
+
+// Writes every slot's current state (text, colour, place, open or not) to its row, all in
+// one transaction, without touching the note windows. Outside a caller's transaction
+// it is atomic: the rows never mix two moments.
+void WriteStickyNotes(DatabaseConnection& db, const StickyNoteSlots& noteSlots);
+
+// The exit's save: closes every open note window (which leaves its last text and place in
+// its slot), then writes all 30 rows with the notes that were open marked open.
+void SaveStickyNotes(DatabaseConnection& db, StickyNoteSlots& noteSlots);
 
 // Reads each slot's last position, so that a slot that stays closed keeps it at exit.
-void LoadStickyNotePositions(DatabaseConnection& db, std::array<StickyNoteSlot, StickyNoteSlotCount>& noteSlots);
+void LoadStickyNotePositions(DatabaseConnection& db, StickyNoteSlots& noteSlots);

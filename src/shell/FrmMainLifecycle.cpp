@@ -10,6 +10,7 @@
 #include "common/Clock.h"
 #include "common/Prompter.h"
 #include "notes/StickyNoteStore.h"
+#include "notes/StickyNotes.h"
 #include "shell/ShellLog.h"
 #include "shell/SingleInstance.h"
 #include "shell/WindowPlacement.h"
@@ -70,8 +71,9 @@ bool FrmMain::Form_Load()
     // 6.
     RestoreWindowPlacement(*this, m_app.iniPath(), PlacementSection);
 
-    // 7. The notes' positions; the notes themselves reopen here once notes exist.
+    // 7. The notes that were open at the last exit reopen; a closed slot keeps its place.
     RunStep("sticky notes", [&] { LoadStickyNotePositions(m_app.db(), m_app.state.StickyNotes); });
+    RunStep("reopening sticky notes", [&] { m_notes->ReopenStickyNotes(); });
 
     // 8., 9.
     RunStep("transparency", [&] { ApplyTransparency(); });
@@ -123,9 +125,14 @@ void FrmMain::Form_Unload()
     // No alarm may run against a connection being closed.
     m_alarms->stop();
 
+    // A dialog still up when the session ends (logout, SIGTERM) ends as its Cancel would.
+    // Its transaction goes first: closing the connection would otherwise roll the notes
+    // written next back with it.
+    if (m_app.connection)
+        m_app.connection->RollbackTo(0);
+
     // 1. The sticky notes, unless a restore has just replaced the data under us.
-    if (!m_app.state.RestoreDone)
-        RunStep("saving sticky notes", [&] { SaveStickyNotes(m_app.db(), m_app.state.StickyNotes); });
+    RunStep("saving sticky notes", [&] { m_notes->SaveAtExit(); });
 
     // 2.
     if (m_app.connection)

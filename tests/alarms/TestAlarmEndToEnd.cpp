@@ -1,8 +1,7 @@
 // An alarm on the real program, delivered by the real notifier to a real notification
 // server: on time, and once.
-#include "AlarmEntries.h"
 #include "support/DesktopSession.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
 
@@ -32,19 +31,20 @@ void TestAlarmEndToEnd::alarmIsDeliveredOnceAtItsMoment()
         moment = moment.addSecs(60);
 
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0, true);
-    AlarmEntry entry;
+    StoreAlarmSettings(env.db(), 0, true);
+    StoredEntry entry;
     entry.kind = QStringLiteral("A3");
     entry.startDt = entry.endDt = moment.date().toString(QStringLiteral("yyyyMMdd"));
     entry.startTm = moment.time().toString(QStringLiteral("HH:mm"));
     entry.business = QStringLiteral("定例会議 ") + entry.startTm;
     entry.comment = QStringLiteral("第一会議室");
-    StoreAlarmEntry(env.db(), entry);
-    AlarmEntry tomorrow = entry;
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), entry);
+    StoredEntry tomorrow = entry;
     tomorrow.id = 2;
     tomorrow.startDt = tomorrow.endDt = moment.date().addDays(1).toString(QStringLiteral("yyyyMMdd"));
     tomorrow.business = QStringLiteral("明日の会議");
-    StoreAlarmEntry(env.db(), tomorrow);
+    StoreEntry(env.db(), tomorrow);
     env.services.connection.reset();
 
     QProcess calendar;
@@ -79,17 +79,14 @@ void TestAlarmEndToEnd::alarmIsDeliveredOnceAtItsMoment()
     }
     QCOMPARE(rung, 1);
     env.open();
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
-    QCOMPARE(AlarmFlag(env.db(), 2), QStringLiteral("1"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 2, "ALARM"), QStringLiteral("1"));
 
     calendar.terminate();
     QVERIFY(calendar.waitForFinished(15000));
     QCOMPARE(calendar.exitCode(), 0);
 }
 
-QObject* MakeTestAlarmEndToEnd()
-{
-    return new TestAlarmEndToEnd;
-}
+VERDALY_TEST(TestAlarmEndToEnd)
 
 #include "TestAlarmEndToEnd.moc"

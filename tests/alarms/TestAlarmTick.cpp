@@ -1,7 +1,6 @@
 // The alarm tick on a real database, the program's (fake) clock and fake delivery.
-#include "AlarmEntries.h"
 #include "alarms/AlarmTick.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
 
@@ -82,8 +81,8 @@ void TestAlarmTick::ringsOnceWhenDue()
     QFETCH(bool, rings);
 
     TestEnvironment env;
-    SetAlarmSettings(env.db(), advance);
-    AlarmEntry entry;
+    StoreAlarmSettings(env.db(), advance);
+    StoredEntry entry;
     entry.id = 7;
     entry.kind = kind;
     entry.startDt = startDt;
@@ -91,7 +90,8 @@ void TestAlarmTick::ringsOnceWhenDue()
     entry.endDt = endDt;
     entry.endTm = endTm;
     entry.completion = completion;
-    StoreAlarmEntry(env.db(), entry);
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), entry);
     env.clock.current = now;
 
     AlarmTick tick(env.services);
@@ -102,7 +102,7 @@ void TestAlarmTick::ringsOnceWhenDue()
         QVERIFY(tick.run(nullptr, Today));
     }
     QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0);
-    QCOMPARE(AlarmFlag(env.db(), 7), rings ? QStringLiteral("0") : QStringLiteral("1"));
+    QCOMPARE(Column(env.db(), 7, "ALARM"), rings ? QStringLiteral("0") : QStringLiteral("1"));
 }
 
 void TestAlarmTick::delivery_data()
@@ -129,15 +129,16 @@ void TestAlarmTick::delivery()
     QFETCH(QStringList, arguments);
 
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0, balloon, sound, soundFile);
-    AlarmEntry entry;
+    StoreAlarmSettings(env.db(), 0, balloon, sound, soundFile);
+    StoredEntry entry;
     entry.kind = QStringLiteral("A4");
     entry.startDt = entry.endDt = QStringLiteral("20261122");
     entry.startTm = QStringLiteral("09:00");
     entry.endTm = QStringLiteral("10:30");
     entry.business = QStringLiteral("会議 /c 3F");
     entry.comment = QStringLiteral("第二会議室\n資料を持参");
-    StoreAlarmEntry(env.db(), entry);
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), entry);
     env.clock.current = At("09:00:01.000");
 
     AlarmTick tick(env.services);
@@ -154,19 +155,20 @@ void TestAlarmTick::delivery()
         QCOMPARE(env.launcher.started.front().program, QCoreApplication::applicationDirPath() + "/BalloonNotify");
         QCOMPARE(env.launcher.started.front().arguments, arguments);
     }
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
 }
 
 void TestAlarmTick::notifierThatCannotStartFallsBackToTheBox()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0, true);
-    AlarmEntry entry;
+    StoreAlarmSettings(env.db(), 0, true);
+    StoredEntry entry;
     entry.kind = QStringLiteral("A3");
     entry.startDt = entry.endDt = QStringLiteral("20261122");
     entry.startTm = QStringLiteral("09:00");
     entry.business = QStringLiteral("歯医者");
-    StoreAlarmEntry(env.db(), entry);
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), entry);
     env.clock.current = At("09:10:00.000");
     env.launcher.failing = true;
 
@@ -175,20 +177,21 @@ void TestAlarmTick::notifierThatCannotStartFallsBackToTheBox()
     QVERIFY(tick.run(nullptr, Today));
     QCOMPARE(env.launcher.started.size(), 1);
     QCOMPARE(env.prompter.texts(), QStringList{QStringLiteral(" 9:00   歯医者")});
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
 }
 
 void TestAlarmTick::rowChangedByAnEditorRingsAgainLater()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     for (int id : {1, 2}) {
-        AlarmEntry entry;
+        StoredEntry entry;
         entry.id = id;
         entry.kind = QStringLiteral("A3");
         entry.startDt = entry.endDt = QStringLiteral("20261122");
         entry.startTm = QStringLiteral("09:00");
-        StoreAlarmEntry(env.db(), entry);
+        entry.alarm = QStringLiteral("1");
+        StoreEntry(env.db(), entry);
     }
     env.clock.current = At("09:00:30.000");
     // While the first box is open, an editor saves entry 1 again (its alarm still set).
@@ -200,35 +203,37 @@ void TestAlarmTick::rowChangedByAnEditorRingsAgainLater()
     AlarmTick tick(env.services);
     QVERIFY(tick.run(nullptr, Today));
     QCOMPARE(env.prompter.shown.size(), 2);
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("1"));
-    QCOMPARE(AlarmFlag(env.db(), 2), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("1"));
+    QCOMPARE(Column(env.db(), 2, "ALARM"), QStringLiteral("0"));
 
     env.clock.current = At("09:01:00.000");
     QVERIFY(tick.run(nullptr, Today));
     QCOMPARE(env.prompter.shown.size(), 3);
     QCOMPARE(env.prompter.shown.last().text, QStringLiteral(" 9:00   moved"));
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
 }
 
 void TestAlarmTick::unreadableRowIsPassedOverAndLoggedOnce()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     const QStringList times = {"08:00", "25:00", "08:30", "8h", "09:00"};
     for (int i = 0; i < times.size(); ++i) {
-        AlarmEntry entry;
+        StoredEntry entry;
         entry.id = i + 1;
         entry.kind = QStringLiteral("A3");
         entry.startDt = entry.endDt = QStringLiteral("20261122");
         entry.startTm = times.at(i);
-        StoreAlarmEntry(env.db(), entry);
+        entry.alarm = QStringLiteral("1");
+        StoreEntry(env.db(), entry);
     }
-    AlarmEntry badDate;
+    StoredEntry badDate;
     badDate.id = 6;
     badDate.kind = QStringLiteral("B1");
     badDate.startDt = QStringLiteral("2026/11/1");
     badDate.endDt = QStringLiteral("20261130");
-    StoreAlarmEntry(env.db(), badDate);
+    badDate.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), badDate);
     env.clock.current = At("10:00:00.000");
 
     for (int id : {2, 4, 6})
@@ -243,28 +248,29 @@ void TestAlarmTick::unreadableRowIsPassedOverAndLoggedOnce()
 
     QCOMPARE(env.prompter.shown.size(), 3);
     for (int id : {1, 3, 5})
-        QCOMPARE(AlarmFlag(env.db(), id), QStringLiteral("0"));
+        QCOMPARE(Column(env.db(), id, "ALARM"), QStringLiteral("0"));
     for (int id : {2, 4, 6})
-        QCOMPARE(AlarmFlag(env.db(), id), QStringLiteral("1"));
+        QCOMPARE(Column(env.db(), id, "ALARM"), QStringLiteral("1"));
 }
 
 void TestAlarmTick::missingAdvanceRowStopsTheTick()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 304"));
-    AlarmEntry entry;
+    StoredEntry entry;
     entry.kind = QStringLiteral("A3");
     entry.startDt = entry.endDt = QStringLiteral("20261122");
     entry.startTm = QStringLiteral("08:00");
-    StoreAlarmEntry(env.db(), entry);
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(env.db(), entry);
     env.clock.current = At("09:00:00.000");
 
     AlarmTick tick(env.services);
     QVERIFY(!tick.run(nullptr, Today));
     QVERIFY(!tick.nextMoment().isValid());
     QCOMPARE(env.prompter.shown.size(), 0);
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("1"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("1"));
 }
 
 void TestAlarmTick::nextMoment_data()
@@ -291,14 +297,15 @@ void TestAlarmTick::nextMoment()
     QFETCH(QDateTime, expected);
 
     TestEnvironment env;
-    SetAlarmSettings(env.db(), advance);
+    StoreAlarmSettings(env.db(), advance);
     for (int i = 0; i < times.size(); ++i) {
-        AlarmEntry entry;
+        StoredEntry entry;
         entry.id = i + 1;
         entry.kind = QStringLiteral("A3");
         entry.startDt = entry.endDt = QStringLiteral("20261122");
         entry.startTm = times.at(i);
-        StoreAlarmEntry(env.db(), entry);
+        entry.alarm = QStringLiteral("1");
+        StoreEntry(env.db(), entry);
     }
     env.clock.current = now;
     if (times.contains(QStringLiteral("xx:yy")))
@@ -307,9 +314,6 @@ void TestAlarmTick::nextMoment()
     QCOMPARE(tick.nextMoment(), expected);
 }
 
-QObject* MakeTestAlarmTick()
-{
-    return new TestAlarmTick;
-}
+VERDALY_TEST(TestAlarmTick)
 
 #include "TestAlarmTick.moc"

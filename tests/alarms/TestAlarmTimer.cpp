@@ -1,9 +1,8 @@
 // The alarm as the main window runs it: the 30-second Timer, the single shot for the next
 // alarm, start-up and shutdown.
-#include "AlarmEntries.h"
 #include "alarms/AlarmEngine.h"
 #include "mainwindow/FrmMain.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -28,13 +27,14 @@ const QDate Today(2026, 11, 22);
 
 void StoreToday(DatabaseConnection& db, int id, const QString& time, const QString& subject = QStringLiteral("entry"))
 {
-    AlarmEntry entry;
+    StoredEntry entry;
     entry.id = id;
     entry.kind = QStringLiteral("A3");
     entry.startDt = entry.endDt = QStringLiteral("20261122");
     entry.startTm = time;
     entry.business = subject;
-    StoreAlarmEntry(db, entry);
+    entry.alarm = QStringLiteral("1");
+    StoreEntry(db, entry);
 }
 
 QTimer* TimerOf(FrmMain& main)
@@ -47,7 +47,7 @@ QTimer* TimerOf(FrmMain& main)
 void TestAlarmTimer::runsFromStartUpToShutdown()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     StoreToday(env.db(), 1, QStringLiteral("10:30"));
     env.services.connection.reset(); // the window opens the file itself
     env.clock.current = QDateTime(Today, QTime(9, 30));
@@ -71,7 +71,7 @@ void TestAlarmTimer::runsFromStartUpToShutdown()
 void TestAlarmTimer::noSecondTickWhileTheBoxIsOpen()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     StoreToday(env.db(), 1, QStringLiteral("09:00"), QStringLiteral("first"));
     StoreToday(env.db(), 2, QStringLiteral("09:10"), QStringLiteral("second"));
     env.services.connection.reset();
@@ -100,7 +100,7 @@ void TestAlarmTimer::noSecondTickWhileTheBoxIsOpen()
 void TestAlarmTimer::missingAdvanceRowStopsTheAlarmsForTheRun()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0);
+    StoreAlarmSettings(env.db(), 0);
     env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 304"));
     StoreToday(env.db(), 1, QStringLiteral("09:00"));
     env.services.connection.reset();
@@ -119,14 +119,14 @@ void TestAlarmTimer::missingAdvanceRowStopsTheAlarmsForTheRun()
     main.Timer_Timer();
     QCOMPARE(env.prompter.shown.size(), 0);
     QVERIFY(!TimerOf(main)->isActive());
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("1"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("1"));
     main.Form_Unload();
 }
 
 void TestAlarmTimer::singleShotRingsAtTheMoment()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0, true);
+    StoreAlarmSettings(env.db(), 0, true);
     StoreToday(env.db(), 1, QStringLiteral("10:30"));
     env.services.connection.reset();
     env.clock.current = QDateTime(Today, QTime(10, 29, 59, 700));
@@ -142,14 +142,14 @@ void TestAlarmTimer::singleShotRingsAtTheMoment()
     env.clock.current = QDateTime(Today, QTime(10, 30, 0, 20));
     QTRY_COMPARE_WITH_TIMEOUT(env.launcher.started.size(), 1, 1500);
     QVERIFY2(elapsed.elapsed() < 1000, "the alarm waited for the 30-second tick");
-    QCOMPARE(AlarmFlag(env.db(), 1), QStringLiteral("0"));
+    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
     main.Form_Unload();
 }
 
 void TestAlarmTimer::rearmedAfterAnEditorSaved()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 10);
+    StoreAlarmSettings(env.db(), 10);
     StoreToday(env.db(), 1, QStringLiteral("15:00"));
     env.services.connection.reset();
     env.clock.current = QDateTime(Today, QTime(9, 0));
@@ -160,7 +160,7 @@ void TestAlarmTimer::rearmedAfterAnEditorSaved()
     StoreToday(env.db(), 2, QStringLiteral("11:00"));
     main.RearmAlarms();
     QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 50)));
-    SetAlarmSettings(env.db(), 30);
+    StoreAlarmSettings(env.db(), 30);
     main.RearmAlarms();
     QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 30)));
     main.Form_Unload();
@@ -169,7 +169,7 @@ void TestAlarmTimer::rearmedAfterAnEditorSaved()
 void TestAlarmTimer::clockJumpRingsWhatBecameDue()
 {
     TestEnvironment env;
-    SetAlarmSettings(env.db(), 0, true);
+    StoreAlarmSettings(env.db(), 0, true);
     StoreToday(env.db(), 1, QStringLiteral("13:00"));
     env.services.connection.reset();
     env.clock.current = QDateTime(Today, QTime(9, 0));
@@ -184,9 +184,6 @@ void TestAlarmTimer::clockJumpRingsWhatBecameDue()
     main.Form_Unload();
 }
 
-QObject* MakeTestAlarmTimer()
-{
-    return new TestAlarmTimer;
-}
+VERDALY_TEST(TestAlarmTimer)
 
 #include "TestAlarmTimer.moc"

@@ -1,6 +1,7 @@
 // The real notifier on a desktop of its own: with a real notification server on a private
 // session bus, and with none.
 #include "support/DesktopSession.h"
+#include "support/TestKit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -176,9 +177,6 @@ void TestBalloonNotify::ownBalloonWithoutAServer()
     QCOMPARE(m_desktop.shownNotifications(), shownBefore);
 }
 
-QObject* MakeTestBalloonNotify()
-{
-    return new TestBalloonNotify;
-}
+VERDALY_TEST(TestBalloonNotify)
 
 #include "TestBalloonNotify.moc"

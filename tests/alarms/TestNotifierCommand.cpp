@@ -1,6 +1,7 @@
 // The notifier's command line, as the calendar writes it and as the notifier reads it.
 #include "NotifyCommandLine.h"
 #include "alarms/Notifier.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
 
@@ -107,9 +108,6 @@ void TestNotifierCommand::typedLines()
     QCOMPARE(read.sound, sound);
 }
 
-QObject* MakeTestNotifierCommand()
-{
-    return new TestNotifierCommand;
-}
+VERDALY_TEST(TestNotifierCommand)
 
 #include "TestNotifierCommand.moc"

@@ -1,7 +1,7 @@
 #include "calendarcontrol/CalendarDesign.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "store/SqlText.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QImage>
 #include <QSignalSpy>
@@ -799,5 +799,5 @@ void TestCalendarControl::paintDesignFromDatabase()
     QCOMPARE(PixelAt(image, BesideTheDigits(calendar.dayRect(QDate(2026, 11, 10)))), QColor(0xB0, 0xD8, 0xFF).rgb());
 }
 
-QTEST_MAIN(TestCalendarControl)
+VERDALY_TEST(TestCalendarControl)
 #include "tst_calendarcontrol.moc"

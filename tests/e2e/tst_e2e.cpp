@@ -1,7 +1,7 @@
 // Starts the real program on a real (virtual) X display and talks to it from outside,
 // as a user and the desktop would: start, a refused second start, being told to stop.
 #include "shell/IniFile.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -171,5 +171,5 @@ void TestEndToEnd::oldDatabaseIsUpgradedAtStart()
     QCOMPARE(env.count(QStringLiteral("TRNCOLOR"), QStringLiteral("CODE = 135")), 1);
 }
 
-QTEST_MAIN(TestEndToEnd)
+VERDALY_TEST(TestEndToEnd)
 #include "tst_e2e.moc"

@@ -1,15 +1,34 @@
-#include "TestEditorParts.h"
 
 #include "entries/ClassCombo.h"
 #include "entries/EntryStatements.h"
 #include "entries/LinkLabels.h"
 #include "entries/TypedDateTime.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QComboBox>
 #include <QEnterEvent>
 #include <QLabel>
 #include <QtTest>
+
+class TestEditorParts final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void parseTypedDate_data();
+    void parseTypedDate();
+    void parseTypedTime_data();
+    void parseTypedTime();
+    void ensureClassFromCombo_data();
+    void ensureClassFromCombo();
+    void ensureClassTypedTwiceInsertsOnce();
+    void ensureClassOnEmptyTable();
+    void insertStatement();
+    void scheduleUpdateStatement_data();
+    void scheduleUpdateStatement();
+    void taskUpdateStatement();
+    void linkLabelHoverAndClick();
+};
 
 void TestEditorParts::parseTypedDate_data()
 {
@@ -290,3 +309,6 @@ void TestEditorParts::linkLabelHoverAndClick()
     QCOMPARE(firstClicks, 1);
     QTest::mouseClick(second, Qt::LeftButton); // a link without an action is harmless
 }
+
+VERDALY_TEST(TestEditorParts)
+#include "TestEditorParts.moc"

@@ -1,14 +1,39 @@
-#include "TestEntryKinds.h"
 
 #include "entries/EntryKinds.h"
 #include "entries/EntryQueries.h"
 #include "store/Rows.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
 
 #include <algorithm>
 #include <set>
+
+class TestEntryKinds final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void kindCode_data();
+    void kindCode();
+    void storedDateToDate_data();
+    void storedDateToDate();
+    void dateToStored();
+    void entryLineText_data();
+    void entryLineText();
+    void entryLineTextFromRow();
+    void queryTexts();
+    void dayQueryText();
+    void dayOffQueryText();
+    void markDates_data();
+    void markDates();
+    void markDatesOfCorruptSpanAreBounded();
+    void dayOffDate_data();
+    void dayOffDate();
+    void panelSubject();
+    void monthQueryFindsRows();
+    void dayQueryOrdersTasksFirst();
+};
 
 namespace {
 
@@ -446,3 +471,6 @@ void TestEntryKinds::dayQueryOrdersTasksFirst()
         order << row.number(QStringLiteral("ID"));
     QCOMPARE(order, (QList<qint64>{3, 2, 5, 8, 6, 4, 1}));
 }
+
+VERDALY_TEST(TestEntryKinds)
+#include "TestEntryKinds.moc"

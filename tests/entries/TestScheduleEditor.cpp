@@ -1,10 +1,8 @@
-#include "TestScheduleEditor.h"
 
-#include "EditorTestHelpers.h"
 #include "common/AppInfo.h"
 #include "common/Units.h"
 #include "entries/FrmSchedule.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,6 +12,33 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QtTest>
+
+class TestScheduleEditor final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadForNewSchedule();
+    void loadForChange();
+    void vanishedRowClosesSilently();
+    void validation_data();
+    void validation();
+    void insertWritesEveryColumn();
+    void newIdFollowsTheLargest();
+    void updateTouchesOnlyItsColumns();
+    void rowChangedMeanwhileIsLeftAlone();
+    void typedClassIsPartOfTheSave();
+    void typedExistingClassIsNotInsertedAgain();
+    void databaseFailureKeepsTheDialog();
+    void cancelWritesNothing();
+    void focusNormalisation_data();
+    void focusNormalisation();
+    void endDateOffersTheStartDate();
+    void datePickerLinks();
+    void stickyNoteHandOver_data();
+    void stickyNoteHandOver();
+    void classLinkRefillsInTableOrder();
+};
 
 namespace {
 
@@ -558,17 +583,19 @@ void TestScheduleEditor::classLinkRefillsInTableOrder()
     QCOMPARE(e.classes->itemText(0), QStringLiteral("私用"));
 
     // Cancelled: the list stays as it was.
-    WhenModalOpens([](QWidget* editor) { Control<QPushButton>(editor, "ComCancel")->click(); });
+    ModalAnswer answer1([](QWidget* editor) { Click(editor, "ComCancel"); });
     QTest::mouseClick(Control<QLabel>(e.dialog.get(), "LabClass"), Qt::LeftButton);
+    QVERIFY(answer1.opened());
     QCOMPARE(e.classes->itemText(0), QStringLiteral("私用"));
 
     // Confirmed: the list is read again, in the table's own order, the choice kept.
-    WhenModalOpens([](QWidget* editor) {
+    ModalAnswer answer2([](QWidget* editor) {
         auto* list = Control<QListWidget>(editor, "LstClass");
         list->item(0)->setText(QStringLiteral("個人"));
-        Control<QPushButton>(editor, "ComOk")->click();
+        Click(editor, "ComOk");
     });
     QTest::mouseClick(Control<QLabel>(e.dialog.get(), "LabClass"), Qt::LeftButton);
+    QVERIFY(answer2.opened());
     QCOMPARE(e.classes->count(), 2);
     QCOMPARE(e.classes->itemData(0).toInt(), 1);
     QCOMPARE(e.classes->itemData(1).toInt(), 2);
@@ -576,3 +603,6 @@ void TestScheduleEditor::classLinkRefillsInTableOrder()
     QCOMPARE(e.classes->currentText(), QStringLiteral("仕事"));
     QCOMPARE(e.classes->currentData().toInt(), 1);
 }
+
+VERDALY_TEST(TestScheduleEditor)
+#include "TestScheduleEditor.moc"

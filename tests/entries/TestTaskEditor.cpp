@@ -1,9 +1,7 @@
-#include "TestTaskEditor.h"
 
-#include "EditorTestHelpers.h"
 #include "common/AppInfo.h"
 #include "entries/FrmTask.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,6 +11,31 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QtTest>
+
+class TestTaskEditor final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadForNewTask();
+    void loadForChange();
+    void vanishedRowClosesSilently();
+    void checkBoxesEnableTheirControls();
+    void validation_data();
+    void validation();
+    void insertWritesEveryColumn();
+    void noDeadlineKeepsTheDate();
+    void completionDate_data();
+    void completionDate();
+    void updateTouchesOnlyItsColumns();
+    void rowChangedMeanwhileIsLeftAlone();
+    void typedClassStandsOnItsOwn();
+    void databaseFailureKeepsTheDialog();
+    void focusNormalisation();
+    void datePickerLinks();
+    void stickyNoteHandOver();
+    void priorityLinkRefills();
+};
 
 namespace {
 
@@ -490,15 +513,17 @@ void TestTaskEditor::priorityLinkRefills()
     e.dialog->show();
     e.priority->setCurrentIndex(2); // 低
 
-    WhenModalOpens([](QWidget* editor) { Control<QPushButton>(editor, "ComCancel")->click(); });
+    ModalAnswer answer1([](QWidget* editor) { Click(editor, "ComCancel"); });
     QTest::mouseClick(Control<QLabel>(e.dialog.get(), "LabPriority"), Qt::LeftButton);
+    QVERIFY(answer1.opened());
     QCOMPARE(e.priority->itemText(2), QStringLiteral("低"));
 
-    WhenModalOpens([](QWidget* editor) {
+    ModalAnswer answer2([](QWidget* editor) {
         Control<QListWidget>(editor, "LstPriority")->item(2)->setText(QStringLiteral("いつでも"));
-        Control<QPushButton>(editor, "ComOK")->click();
+        Click(editor, "ComOK");
     });
     QTest::mouseClick(Control<QLabel>(e.dialog.get(), "LabPriority"), Qt::LeftButton);
+    QVERIFY(answer2.opened());
     QCOMPARE(e.priority->count(), 3);
     QCOMPARE(e.priority->itemText(2), QStringLiteral("いつでも"));
     QCOMPARE(e.priority->currentData().toInt(), 3);
@@ -507,3 +532,6 @@ void TestTaskEditor::priorityLinkRefills()
     e.ok->click();
     QCOMPARE(Column(env.db(), 1, "PRIORITY"), QStringLiteral("3"));
 }
+
+VERDALY_TEST(TestTaskEditor)
+#include "TestTaskEditor.moc"

@@ -4,7 +4,7 @@
 #include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
 #include "store/SqlText.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QLabel>
 #include <QtTest>
@@ -345,5 +345,5 @@ void TestMainWindow::linkHover()
     QCOMPARE(link->palette().color(QPalette::WindowText), main.LabelForeColor());
 }
 
-QTEST_MAIN(TestMainWindow)
+VERDALY_TEST(TestMainWindow)
 #include "tst_mainwindow.moc"

@@ -1,36 +1,76 @@
-#include "TestFrmClass.h"
 
-#include "MastersTestKit.h"
 #include "masters/FrmClass.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
 
+class TestFrmClass final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadsInSortOrder();
+    void captions();
+    void newClassId_data();
+    void newClassId();
+    void newClassCancelledWritesNothing();
+    void okRenumbersAndRewritesEveryLine();
+    void rename_data();
+    void rename();
+    void move_data();
+    void move();
+    void deleteUnused();
+    void deleteAnsweredCancel();
+    void deleteInUseRefused_data();
+    void deleteInUseRefused();
+    void nothingSelectedChangesNothing_data();
+    void nothingSelectedChangesNothing();
+    void closingWithoutOkUndoesEverything_data();
+    void closingWithoutOkUndoesEverything();
+    void destroyedOpenRollsBack();
+    void insideOuterTransaction_data();
+    void insideOuterTransaction();
+    void databaseFailureKeepsDialogOpen();
+    void loadFailureLeavesOnlyCancel();
+};
+
 namespace {
+// Class rows by ID order, as "ID|NAME|SORTKEY".
+QStringList classRows(DatabaseConnection& db)
+{
+    return Lines(db, QStringLiteral("SELECT * FROM MSTCLASS ORDER BY ID"), {"ID", "CLASS", "SORTKEY"});
+}
+
+// An entry of kind data ('1' schedule, '2' task) filed under classId.
+void addEntry(DatabaseConnection& db, int id, const QString& data, int classId)
+{
+    StoredEntry e = Entry(id, data == QLatin1String("1") ? QStringLiteral("A1") : QStringLiteral("T1"),
+                          QStringLiteral("20261122"), QString(), QStringLiteral("20261122"));
+    e.classId = classId;
+    StoreEntry(db, e);
+}
+
 QListWidget* classList(FrmClass& dialog)
 {
-    return control<QListWidget>(&dialog, "LstClass");
+    return Control<QListWidget>(&dialog, "LstClass");
 }
 
 // Three classes whose ID order differs from their display order.
 void addThree(DatabaseConnection& db)
 {
-    addClass(db, 1, QStringLiteral("仕事"), 2);
-    addClass(db, 2, QStringLiteral("家庭"), 3);
-    addClass(db, 5, QStringLiteral("趣味"), 1);
+    StoreClass(db, 1, QStringLiteral("仕事"), 2);
+    StoreClass(db, 2, QStringLiteral("家庭"), 3);
+    StoreClass(db, 5, QStringLiteral("趣味"), 1);
 }
 
 // Opens the name editor from button, types name into it and presses OK.
-std::shared_ptr<EditScript> typeInEditor(FrmClass& dialog, const char* buttonName, const QString& name)
+std::unique_ptr<EditAnswer> typeInEditor(FrmClass& dialog, const char* buttonName, const QString& name)
 {
-    auto script = std::make_shared<EditScript>();
-    script->typed = name;
-    armEdit(script);
-    button(&dialog, buttonName)->click();
-    settle();
+    auto script = std::make_unique<EditAnswer>(name);
+    Control<QPushButton>(&dialog, buttonName)->click();
     return script;
 }
 } // namespace
@@ -40,8 +80,8 @@ void TestFrmClass::loadsInSortOrder()
     TestEnvironment env;
     addThree(env.db());
     FrmClass dialog(env.services);
-    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
-    QCOMPARE(lineIds(classList(dialog)), QList<qint64>({5, 1, 2}));
+    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QCOMPARE(LineIds(classList(dialog)), QList<qint64>({5, 1, 2}));
     QCOMPARE(env.db().transactionDepth(), 1);
 }
 
@@ -50,14 +90,14 @@ void TestFrmClass::captions()
     TestEnvironment env;
     FrmClass dialog(env.services);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("分類"));
-    QCOMPARE(button(&dialog, "ComInsert")->text(), QStringLiteral("新規"));
-    QCOMPARE(button(&dialog, "ComUpdate")->text(), QStringLiteral("編集"));
-    QCOMPARE(button(&dialog, "ComDelete")->text(), QStringLiteral("削除"));
-    QCOMPARE(button(&dialog, "ComUp")->text(), QStringLiteral("↑"));
-    QCOMPARE(button(&dialog, "ComDn")->text(), QStringLiteral("↓"));
-    QCOMPARE(button(&dialog, "ComOk")->text(), QStringLiteral("OK"));
-    QCOMPARE(button(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
-    QVERIFY(control<QLabel>(&dialog, "Label1"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComInsert")->text(), QStringLiteral("新規"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComUpdate")->text(), QStringLiteral("編集"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComDelete")->text(), QStringLiteral("削除"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComUp")->text(), QStringLiteral("↑"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComDn")->text(), QStringLiteral("↓"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComOk")->text(), QStringLiteral("OK"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
+    QVERIFY(Control<QLabel>(&dialog, "Label1"));
 }
 
 void TestFrmClass::newClassId_data()
@@ -85,21 +125,21 @@ void TestFrmClass::newClassId()
     dialog.show();
     if (deleteLargestFirst) {
         classList(dialog)->setCurrentRow(0); // 趣味, ID 5
-        button(&dialog, "ComDelete")->click();
+        Click(&dialog, "ComDelete");
         QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 5")), 0);
     }
     const auto script = typeInEditor(dialog, "ComInsert", name);
-    QVERIFY(script->opened);
-    QCOMPARE(script->title, QStringLiteral("分類 - 新規"));
-    QVERIFY(script->initialText.isEmpty());
+    QVERIFY(script->opened());
+    QCOMPARE(script->title(), QStringLiteral("分類 - 新規"));
+    QVERIFY(script->initialText().isEmpty());
 
     // Written at once with SORTKEY 0, inside the dialog's transaction, and last in the list.
     QCOMPARE(env.db().transactionDepth(), 1);
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = %1 AND SORTKEY = 0").arg(expectedId)), 1);
-    QCOMPARE(lineTexts(classList(dialog)).last(), name);
-    QCOMPARE(lineIds(classList(dialog)).last(), expectedId);
+    QCOMPARE(LineTexts(classList(dialog)).last(), name);
+    QCOMPARE(LineIds(classList(dialog)).last(), expectedId);
 
-    button(&dialog, "ComOk")->click();
+    Click(&dialog, "ComOk");
     QCOMPARE(env.db().transactionDepth(), 0);
     const int position = classList(dialog)->count();
     QCOMPARE(env.scalar(QStringLiteral("SELECT SORTKEY AS V FROM MSTCLASS WHERE ID = %1").arg(expectedId)), position);
@@ -114,13 +154,9 @@ void TestFrmClass::newClassCancelledWritesNothing()
     addThree(env.db());
     FrmClass dialog(env.services);
     dialog.show();
-    auto script = std::make_shared<EditScript>();
-    script->typed = QStringLiteral("取り消し");
-    script->pressOk = false;
-    armEdit(script);
-    button(&dialog, "ComInsert")->click();
-    settle();
-    QVERIFY(script->opened);
+    auto script = std::make_unique<EditAnswer>(QStringLiteral("取り消し"), false);
+    Click(&dialog, "ComInsert");
+    QVERIFY(script->opened());
     QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3);
     QCOMPARE(classList(dialog)->count(), 3);
 }
@@ -132,13 +168,13 @@ void TestFrmClass::okRenumbersAndRewritesEveryLine()
     WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
     FrmClass dialog(env.services);
     dialog.show();
-    button(&dialog, "ComOk")->click();
+    Click(&dialog, "ComOk");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QCOMPARE(env.db().transactionDepth(), 0);
     // Unchanged names are written too, in list order, with positions from 1.
     QCOMPARE(log.lines(), QStringList({"UPDATE 5", "UPDATE 1", "UPDATE 2"}));
-    QCOMPARE(classRows(env.db()), QStringList({"1:仕事:2", "2:家庭:3", "5:趣味:1"}));
+    QCOMPARE(classRows(env.db()), QStringList({"1|仕事|2", "2|家庭|3", "5|趣味|1"}));
 }
 
 void TestFrmClass::rename_data()
@@ -158,13 +194,13 @@ void TestFrmClass::rename()
     dialog.show();
     classList(dialog)->setCurrentRow(1); // 仕事, ID 1
     const auto script = typeInEditor(dialog, "ComUpdate", newName);
-    QCOMPARE(script->title, QStringLiteral("分類 - 編集"));
-    QCOMPARE(script->initialText, QStringLiteral("仕事"));
+    QCOMPARE(script->title(), QStringLiteral("分類 - 編集"));
+    QCOMPARE(script->initialText(), QStringLiteral("仕事"));
     QCOMPARE(classList(dialog)->item(1)->text(), newName);
     // Nothing is written before OK.
     QCOMPARE(env.scalar(QStringLiteral("SELECT COUNT(*) AS V FROM MSTCLASS WHERE CLASS = '仕事'")), 1);
-    button(&dialog, "ComOk")->click();
-    QCOMPARE(classRows(env.db()), QStringList({"1:" + newName + ":2", "2:家庭:3", "5:趣味:1"}));
+    Click(&dialog, "ComOk");
+    QCOMPARE(classRows(env.db()), QStringList({"1|" + newName + "|2", "2|家庭|3", "5|趣味|1"}));
 }
 
 void TestFrmClass::move_data()
@@ -191,13 +227,13 @@ void TestFrmClass::move()
     dialog.show();
     classList(dialog)->setCurrentRow(row);
     const QString moved = classList(dialog)->item(row)->text();
-    button(&dialog, qPrintable(buttonName))->click();
-    QCOMPARE(lineTexts(classList(dialog)), order);
+    Control<QPushButton>(&dialog, qPrintable(buttonName))->click();
+    QCOMPARE(LineTexts(classList(dialog)), order);
     QCOMPARE(classList(dialog)->currentRow(), selectedAfter);
     QCOMPARE(classList(dialog)->currentItem()->text(), moved);
     QVERIFY(env.prompter.shown.isEmpty());
 
-    button(&dialog, "ComOk")->click();
+    Click(&dialog, "ComOk");
     QStringList stored;
     for (const Row& r : env.db().ReadRows(QStringLiteral("SELECT * FROM MSTCLASS ORDER BY SORTKEY")))
         stored << r.text(QStringLiteral("CLASS"));
@@ -214,17 +250,17 @@ void TestFrmClass::deleteUnused()
     FrmClass dialog(env.services);
     dialog.show();
     classList(dialog)->setCurrentRow(1); // 仕事, ID 1
-    button(&dialog, "ComDelete")->click();
+    Click(&dialog, "ComDelete");
     QCOMPARE(env.prompter.shown.size(), 1);
     const Prompt& question = env.prompter.shown.front();
     QCOMPARE(question.text, QStringLiteral("削除してよろしいですか？"));
     QCOMPARE(question.icon, PromptIcon::Question);
     QCOMPARE(question.buttons, PromptButtons::OkCancel);
     QCOMPARE(question.defaultAnswer, PromptAnswer::Cancel);
-    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "家庭"}));
+    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "家庭"}));
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 1")), 0);
-    button(&dialog, "ComOk")->click();
-    QCOMPARE(classRows(env.db()), QStringList({"2:家庭:2", "5:趣味:1"}));
+    Click(&dialog, "ComOk");
+    QCOMPARE(classRows(env.db()), QStringList({"2|家庭|2", "5|趣味|1"}));
 }
 
 void TestFrmClass::deleteAnsweredCancel()
@@ -236,7 +272,7 @@ void TestFrmClass::deleteAnsweredCancel()
     dialog.show();
     classList(dialog)->setCurrentRow(0);
     env.prompter.answers.push_back(PromptAnswer::Cancel);
-    button(&dialog, "ComDelete")->click();
+    Click(&dialog, "ComDelete");
     QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？"}));
     QCOMPARE(classList(dialog)->count(), 3);
     QVERIFY(log.lines().isEmpty());
@@ -258,12 +294,12 @@ void TestFrmClass::deleteInUseRefused()
     FrmClass dialog(env.services);
     dialog.show();
     classList(dialog)->setCurrentRow(2); // 家庭, ID 2
-    button(&dialog, "ComDelete")->click();
+    Click(&dialog, "ComDelete");
     QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？", "使用されているため削除できません"}));
     QCOMPARE(env.prompter.shown.at(1).icon, PromptIcon::Warning);
-    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
     QVERIFY(dialog.isVisible());
-    button(&dialog, "ComOk")->click();
+    Click(&dialog, "ComOk");
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 2")), 1);
 }
 
@@ -284,15 +320,12 @@ void TestFrmClass::nothingSelectedChangesNothing()
     WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
     FrmClass dialog(env.services);
     dialog.show();
-    auto script = std::make_shared<EditScript>();
-    script->typed = QStringLiteral("変更");
-    armEdit(script);
-    button(&dialog, qPrintable(buttonName))->click();
-    settle();
-    QVERIFY(!script->opened);
+    auto script = std::make_unique<EditAnswer>(QStringLiteral("変更"));
+    Control<QPushButton>(&dialog, qPrintable(buttonName))->click();
+    QVERIFY(!script->opened());
     QVERIFY(env.prompter.shown.isEmpty());
     QVERIFY(log.lines().isEmpty());
-    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
     QVERIFY(classList(dialog)->selectedItems().isEmpty());
 }
 
@@ -314,14 +347,14 @@ void TestFrmClass::closingWithoutOkUndoesEverything()
     dialog.show();
     typeInEditor(dialog, "ComInsert", QStringLiteral("新しい分類"));
     classList(dialog)->setCurrentRow(0);
-    button(&dialog, "ComDelete")->click();
+    Click(&dialog, "ComDelete");
     classList(dialog)->setCurrentRow(0);
     typeInEditor(dialog, "ComUpdate", QStringLiteral("改名"));
-    button(&dialog, "ComDn")->click();
+    Click(&dialog, "ComDn");
     QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3); // one in, one out, so far
 
     if (how == QLatin1String("cancel"))
-        button(&dialog, "ComCancel")->click();
+        Click(&dialog, "ComCancel");
     else if (how == QLatin1String("close"))
         dialog.close();
     else
@@ -358,13 +391,13 @@ void TestFrmClass::insideOuterTransaction()
     TestEnvironment env;
     DatabaseConnection& db = env.db();
     db.BeginTrans(); // another dialog is already holding a transaction
-    addClass(db, 1, QStringLiteral("外側"), 1);
+    StoreClass(db, 1, QStringLiteral("外側"), 1);
     {
         FrmClass dialog(env.services);
         dialog.show();
         QCOMPARE(db.transactionDepth(), 2);
         typeInEditor(dialog, "ComInsert", QStringLiteral("内側"));
-        button(&dialog, pressOk ? "ComOk" : "ComCancel")->click();
+        Control<QPushButton>(&dialog, pressOk ? "ComOk" : "ComCancel")->click();
         QCOMPARE(db.transactionDepth(), 1);
     }
     QCOMPARE(db.transactionDepth(), 1);
@@ -384,17 +417,17 @@ void TestFrmClass::databaseFailureKeepsDialogOpen()
     // The entries table vanishes inside the dialog's transaction: the in-use check fails.
     env.db().ExecuteSql(QStringLiteral("DROP TABLE TRNSCHTSK"));
     classList(dialog)->setCurrentRow(1);
-    button(&dialog, "ComDelete")->click();
+    Click(&dialog, "ComDelete");
     QCOMPARE(env.prompter.shown.size(), 2);
     const Prompt& failure = env.prompter.shown.at(1);
     QCOMPARE(failure.icon, PromptIcon::Critical);
     QVERIFY2(failure.text.contains(QStringLiteral("TRNSCHTSK")), qPrintable(failure.text));
     QVERIFY(dialog.isVisible());
     QCOMPARE(env.db().transactionDepth(), 1);
-    QCOMPARE(lineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭", "残る"}));
+    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭", "残る"}));
     // The dialog's own work so far is still there and still undoable.
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '残る'")), 1);
-    button(&dialog, "ComCancel")->click();
+    Click(&dialog, "ComCancel");
     QCOMPARE(env.db().transactionDepth(), 0);
     QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0); // the table is back
     QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3);
@@ -410,8 +443,11 @@ void TestFrmClass::loadFailureLeavesOnlyCancel()
     QVERIFY(env.prompter.shown.front().text.contains(QStringLiteral("MSTCLASS")));
     QCOMPARE(env.db().transactionDepth(), 0);
     for (const char* name : {"ComInsert", "ComUpdate", "ComDelete", "ComUp", "ComDn", "ComOk"})
-        QVERIFY2(!button(&dialog, name)->isEnabled(), name);
-    button(&dialog, "ComCancel")->click();
+        QVERIFY2(!Control<QPushButton>(&dialog, name)->isEnabled(), name);
+    Click(&dialog, "ComCancel");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(env.db().transactionDepth(), 0);
 }
+
+VERDALY_TEST(TestFrmClass)
+#include "TestFrmClass.moc"

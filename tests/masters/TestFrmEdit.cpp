@@ -1,13 +1,28 @@
-#include "TestFrmEdit.h"
 
-#include "MastersTestKit.h"
 #include "masters/FrmEdit.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QtTest>
+
+class TestFrmEdit final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadsFromHandOver_data();
+    void loadsFromHandOver();
+    void okHandsTextBack_data();
+    void okHandsTextBack();
+    void cancelHandsNothingBack_data();
+    void cancelHandsNothingBack();
+    void refusesEmptyText_data();
+    void refusesEmptyText();
+    void focusSelectsWholeText();
+    void runEditDialogClearsStaleOk();
+};
 
 void TestFrmEdit::loadsFromHandOver_data()
 {
@@ -34,12 +49,12 @@ void TestFrmEdit::loadsFromHandOver()
     FrmEdit dialog(env.services, handOver);
     dialog.show();
     QCOMPARE(dialog.windowTitle(), QStringLiteral("優先度 - 編集"));
-    QCOMPARE(control<QLineEdit>(&dialog, "TxtEdit")->text(), QStringLiteral("高い"));
-    auto* box = control<QCheckBox>(&dialog, "ChkCheck");
+    QCOMPARE(Control<QLineEdit>(&dialog, "TxtEdit")->text(), QStringLiteral("高い"));
+    auto* box = Control<QCheckBox>(&dialog, "ChkCheck");
     QVERIFY(!box->isVisible());
     QCOMPARE(box->isChecked(), checkShown);
-    QCOMPARE(button(&dialog, "ComOK")->text(), QStringLiteral("OK"));
-    QCOMPARE(button(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComOK")->text(), QStringLiteral("OK"));
+    QCOMPARE(Control<QPushButton>(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
 }
 
 void TestFrmEdit::okHandsTextBack_data()
@@ -67,9 +82,9 @@ void TestFrmEdit::okHandsTextBack()
     EditHandOver handOver{kind, QStringLiteral("分類 - 新規"), QString(), false, false};
     FrmEdit dialog(env.services, handOver);
     dialog.show();
-    control<QLineEdit>(&dialog, "TxtEdit")->setText(typed);
-    control<QCheckBox>(&dialog, "ChkCheck")->setChecked(boxChecked);
-    button(&dialog, "ComOK")->click();
+    Control<QLineEdit>(&dialog, "TxtEdit")->setText(typed);
+    Control<QCheckBox>(&dialog, "ChkCheck")->setChecked(boxChecked);
+    Click(&dialog, "ComOK");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(handOver.EditOK);
@@ -96,10 +111,10 @@ void TestFrmEdit::cancelHandsNothingBack()
                           false};
     FrmEdit dialog(env.services, handOver);
     dialog.show();
-    control<QLineEdit>(&dialog, "TxtEdit")->setText(QStringLiteral("変更"));
-    control<QCheckBox>(&dialog, "ChkCheck")->setChecked(true);
+    Control<QLineEdit>(&dialog, "TxtEdit")->setText(QStringLiteral("変更"));
+    Control<QCheckBox>(&dialog, "ChkCheck")->setChecked(true);
     if (how == QLatin1String("cancel"))
-        button(&dialog, "ComCancel")->click();
+        Click(&dialog, "ComCancel");
     else if (how == QLatin1String("close"))
         dialog.close();
     else
@@ -128,12 +143,12 @@ void TestFrmEdit::refusesEmptyText()
     EditHandOver handOver{QStringLiteral("Class"), QStringLiteral("分類 - 編集"), QStringLiteral("旧名"), false, false};
     FrmEdit dialog(env.services, handOver);
     dialog.show();
-    control<QLineEdit>(&dialog, "TxtEdit")->setText(typed);
-    button(&dialog, "ComOK")->click();
+    Control<QLineEdit>(&dialog, "TxtEdit")->setText(typed);
+    Click(&dialog, "ComOK");
     QVERIFY(dialog.isVisible());
     QVERIFY(!handOver.EditOK);
     QCOMPARE(handOver.EditText, QStringLiteral("旧名"));
-    QCOMPARE(control<QLineEdit>(&dialog, "TxtEdit")->text(), typed);
+    QCOMPARE(Control<QLineEdit>(&dialog, "TxtEdit")->text(), typed);
     QCOMPARE(env.prompter.shown.size(), 1);
     const Prompt& shown = env.prompter.shown.front();
     QCOMPARE(shown.text, QStringLiteral("入力されていません"));
@@ -141,8 +156,8 @@ void TestFrmEdit::refusesEmptyText()
     QCOMPARE(shown.buttons, PromptButtons::Ok);
 
     // The dialog is still usable: a real name now goes through.
-    control<QLineEdit>(&dialog, "TxtEdit")->setText(QStringLiteral("新名"));
-    button(&dialog, "ComOK")->click();
+    Control<QLineEdit>(&dialog, "TxtEdit")->setText(QStringLiteral("新名"));
+    Click(&dialog, "ComOK");
     QVERIFY(handOver.EditOK);
     QCOMPARE(handOver.EditText, QStringLiteral("新名"));
     QCOMPARE(env.prompter.shown.size(), 1);
@@ -155,10 +170,10 @@ void TestFrmEdit::focusSelectsWholeText()
                           false};
     FrmEdit dialog(env.services, handOver);
     dialog.show();
-    auto* text = control<QLineEdit>(&dialog, "TxtEdit");
+    auto* text = Control<QLineEdit>(&dialog, "TxtEdit");
     text->deselect();
     text->setCursorPosition(2);
-    button(&dialog, "ComCancel")->setFocus();
+    Control<QPushButton>(&dialog, "ComCancel")->setFocus();
     text->setFocus(Qt::TabFocusReason);
     // Offscreen windows may not be active; deliver the focus change directly then.
     if (!text->hasFocus()) {
@@ -172,13 +187,13 @@ void TestFrmEdit::runEditDialogClearsStaleOk()
 {
     TestEnvironment env;
     EditHandOver handOver{QStringLiteral("Class"), QStringLiteral("分類 - 新規"), QString(), false, true};
-    auto script = std::make_shared<EditScript>();
-    script->typed = QStringLiteral("無視される");
-    script->pressOk = false;
-    armEdit(script);
+    auto script = std::make_unique<EditAnswer>(QStringLiteral("無視される"), false);
     QVERIFY(!RunEditDialog(env.services, handOver, nullptr));
-    QVERIFY(script->opened);
-    QCOMPARE(script->title, QStringLiteral("分類 - 新規"));
+    QVERIFY(script->opened());
+    QCOMPARE(script->title(), QStringLiteral("分類 - 新規"));
     QVERIFY(!handOver.EditOK);
     QVERIFY(handOver.EditText.isEmpty());
 }
+
+VERDALY_TEST(TestFrmEdit)
+#include "TestFrmEdit.moc"

@@ -1,28 +1,46 @@
-#include "TestFrmPriority.h"
 
-#include "MastersTestKit.h"
 #include "masters/FrmPriority.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
 
-namespace {
-QListWidget* priorityList(FrmPriority& dialog)
+class TestFrmPriority final : public QObject
 {
-    return control<QListWidget>(&dialog, "LstPriority");
+    Q_OBJECT
+
+private slots:
+    void loadsInNumberOrder();
+    void renameThenOk_data();
+    void renameThenOk();
+    void okWithoutRenameRewritesEveryRow();
+    void closingWithoutOkDiscardsRenames_data();
+    void closingWithoutOkDiscardsRenames();
+    void editorCancelKeepsName();
+    void doubleClickEdits();
+    void nothingSelectedChangesNothing();
+    void insideOuterTransaction_data();
+    void insideOuterTransaction();
+    void databaseFailureKeepsDialogOpen();
+};
+
+namespace {
+QStringList priorityNames(DatabaseConnection& db)
+{
+    return Lines(db, QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 100 ORDER BY DATAN1"), {"DATAS1"});
 }
 
-std::shared_ptr<EditScript> renameLine(FrmPriority& dialog, int row, const QString& name, bool pressOk = true)
+QListWidget* priorityList(FrmPriority& dialog)
+{
+    return Control<QListWidget>(&dialog, "LstPriority");
+}
+
+std::unique_ptr<EditAnswer> renameLine(FrmPriority& dialog, int row, const QString& name, bool pressOk = true)
 {
     priorityList(dialog)->setCurrentRow(row);
-    auto script = std::make_shared<EditScript>();
-    script->typed = name;
-    script->pressOk = pressOk;
-    armEdit(script);
-    button(&dialog, "ComUpdate")->click();
-    settle();
+    auto script = std::make_unique<EditAnswer>(name, pressOk);
+    Click(&dialog, "ComUpdate");
     return script;
 }
 
@@ -36,8 +54,8 @@ void TestFrmPriority::loadsInNumberOrder()
     env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 100 AND DATAN1 = 1"));
     FrmPriority dialog(env.services);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("優先度"));
-    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"中", "低", "高"}));
-    QCOMPARE(lineIds(priorityList(dialog)), QList<qint64>({2, 3, 9}));
+    QCOMPARE(LineTexts(priorityList(dialog)), QStringList({"中", "低", "高"}));
+    QCOMPARE(LineIds(priorityList(dialog)), QList<qint64>({2, 3, 9}));
     QCOMPARE(env.db().transactionDepth(), 1);
     QVERIFY(!dialog.PriorityChanged());
 }
@@ -61,11 +79,11 @@ void TestFrmPriority::renameThenOk()
     FrmPriority dialog(env.services);
     dialog.show();
     const auto script = renameLine(dialog, row, name);
-    QVERIFY(script->opened);
-    QCOMPARE(script->title, QStringLiteral("優先度 - 編集"));
-    QCOMPARE(script->initialText, StartingNames.at(row));
+    QVERIFY(script->opened());
+    QCOMPARE(script->title(), QStringLiteral("優先度 - 編集"));
+    QCOMPARE(script->initialText(), StartingNames.at(row));
     QCOMPARE(priorityNames(env.db()), StartingNames); // not written before OK
-    button(&dialog, "ComOK")->click();
+    Click(&dialog, "ComOK");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(dialog.PriorityChanged());
@@ -81,7 +99,7 @@ void TestFrmPriority::okWithoutRenameRewritesEveryRow()
     WriteLog log(env.db(), QStringLiteral("TRNGENERAL"), QStringLiteral("DATAN1"));
     FrmPriority dialog(env.services);
     dialog.show();
-    button(&dialog, "ComOK")->click();
+    Click(&dialog, "ComOK");
     QVERIFY(dialog.PriorityChanged());
     QCOMPARE(log.lines(), QStringList({"UPDATE 1", "UPDATE 2", "UPDATE 3"}));
     QCOMPARE(priorityNames(env.db()), StartingNames);
@@ -103,9 +121,9 @@ void TestFrmPriority::closingWithoutOkDiscardsRenames()
     dialog.show();
     renameLine(dialog, 0, QStringLiteral("至急"));
     renameLine(dialog, 2, QStringLiteral("いつでも"));
-    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"至急", "中", "いつでも"}));
+    QCOMPARE(LineTexts(priorityList(dialog)), QStringList({"至急", "中", "いつでも"}));
     if (how == QLatin1String("cancel"))
-        button(&dialog, "ComCancel")->click();
+        Click(&dialog, "ComCancel");
     else if (how == QLatin1String("close"))
         dialog.close();
     else
@@ -123,8 +141,8 @@ void TestFrmPriority::editorCancelKeepsName()
     FrmPriority dialog(env.services);
     dialog.show();
     const auto script = renameLine(dialog, 1, QStringLiteral("捨てる"), false);
-    QVERIFY(script->opened);
-    QCOMPARE(lineTexts(priorityList(dialog)), StartingNames);
+    QVERIFY(script->opened());
+    QCOMPARE(LineTexts(priorityList(dialog)), StartingNames);
 }
 
 void TestFrmPriority::doubleClickEdits()
@@ -134,12 +152,9 @@ void TestFrmPriority::doubleClickEdits()
     dialog.show();
     QListWidget* list = priorityList(dialog);
     list->setCurrentRow(2);
-    auto script = std::make_shared<EditScript>();
-    script->typed = QStringLiteral("後回し");
-    armEdit(script);
+    auto script = std::make_unique<EditAnswer>(QStringLiteral("後回し"));
     emit list->itemDoubleClicked(list->item(2));
-    settle();
-    QVERIFY(script->opened);
+    QVERIFY(script->opened());
     QCOMPARE(list->item(2)->text(), QStringLiteral("後回し"));
 }
 
@@ -148,14 +163,11 @@ void TestFrmPriority::nothingSelectedChangesNothing()
     TestEnvironment env;
     FrmPriority dialog(env.services);
     dialog.show();
-    auto script = std::make_shared<EditScript>();
-    script->typed = QStringLiteral("変更");
-    armEdit(script);
-    button(&dialog, "ComUpdate")->click();
-    settle();
-    QVERIFY(!script->opened);
+    auto script = std::make_unique<EditAnswer>(QStringLiteral("変更"));
+    Click(&dialog, "ComUpdate");
+    QVERIFY(!script->opened());
     QVERIFY(env.prompter.shown.isEmpty());
-    QCOMPARE(lineTexts(priorityList(dialog)), StartingNames);
+    QCOMPARE(LineTexts(priorityList(dialog)), StartingNames);
 }
 
 void TestFrmPriority::insideOuterTransaction_data()
@@ -171,13 +183,13 @@ void TestFrmPriority::insideOuterTransaction()
     TestEnvironment env;
     DatabaseConnection& db = env.db();
     db.BeginTrans();
-    addClass(db, 1, QStringLiteral("外側"), 1);
+    StoreClass(db, 1, QStringLiteral("外側"), 1);
     {
         FrmPriority dialog(env.services);
         dialog.show();
         QCOMPARE(db.transactionDepth(), 2);
         renameLine(dialog, 0, QStringLiteral("内側"));
-        button(&dialog, pressOk ? "ComOK" : "ComCancel")->click();
+        Control<QPushButton>(&dialog, pressOk ? "ComOK" : "ComCancel")->click();
         QCOMPARE(db.transactionDepth(), 1);
     }
     QCOMPARE(db.transactionDepth(), 1);
@@ -195,7 +207,7 @@ void TestFrmPriority::databaseFailureKeepsDialogOpen()
     dialog.show();
     renameLine(dialog, 1, QStringLiteral("普通"));
     env.db().ExecuteSql(QStringLiteral("ALTER TABLE TRNGENERAL RENAME TO GONE"));
-    button(&dialog, "ComOK")->click();
+    Click(&dialog, "ComOK");
     QCOMPARE(env.prompter.shown.size(), 1);
     QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
     QVERIFY2(env.prompter.shown.front().text.contains(QStringLiteral("TRNGENERAL")),
@@ -203,8 +215,11 @@ void TestFrmPriority::databaseFailureKeepsDialogOpen()
     QVERIFY(dialog.isVisible());
     QVERIFY(!dialog.PriorityChanged());
     QCOMPARE(env.db().transactionDepth(), 1);
-    QCOMPARE(lineTexts(priorityList(dialog)), QStringList({"高", "普通", "低"}));
-    button(&dialog, "ComCancel")->click();
+    QCOMPARE(LineTexts(priorityList(dialog)), QStringList({"高", "普通", "低"}));
+    Click(&dialog, "ComCancel");
     QCOMPARE(env.db().transactionDepth(), 0);
     QCOMPARE(priorityNames(env.db()), StartingNames);
 }
+
+VERDALY_TEST(TestFrmPriority)
+#include "TestFrmPriority.moc"

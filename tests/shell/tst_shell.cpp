@@ -7,7 +7,7 @@
 #include "shell/WindowPlacement.h"
 #include "store/DatabaseVersion.h"
 #include "store/SqlText.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QLabel>
 #include <QProcess>
@@ -454,5 +454,5 @@ void TestShell::versionDialog()
     QVERIFY(!dialog.isVisible());
 }
 
-QTEST_MAIN(TestShell)
+VERDALY_TEST(TestShell)
 #include "tst_shell.moc"

@@ -5,7 +5,7 @@
 #include "store/JetDialect.h"
 #include "store/SqlText.h"
 #include "store/StartingDatabase.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -558,5 +558,5 @@ void TestStore::createStartingDatabaseRefusesBadFolder()
     QVERIFY(!error.isEmpty());
 }
 
-QTEST_MAIN(TestStore)
+VERDALY_TEST(TestStore)
 #include "tst_store.moc"

@@ -1,7 +1,7 @@
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/LinkLabel.h"
 #include "common/Units.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 #include "views/FrmDate.h"
 #include "views/FrmDatePicker.h"
 
@@ -169,5 +169,5 @@ void TestViews::pickerSeamRunsTheDialog()
     QCOMPARE(handOver.PickedDate, clicked);
 }
 
-QTEST_MAIN(TestViews)
+VERDALY_TEST(TestViews)
 #include "tst_views.moc"

@@ -1,0 +1,79 @@
+// The windows of the list, the day-offs, the sticky notes and the settings, as the main
+// window opens them. Every way into one of them (menu, link, tray, hot key) comes through
+// its one function here; until a window exists its function opens nothing.
+#include "mainwindow/FrmMain.h"
+
+#include "common/AppServices.h"
+#include "common/RandomSource.h"
+#include "common/UserAction.h"
+
+void FrmMain::OpenList(const QDate& from, const QDate& to)
+{
+    MainWindowBusy busy(m_app.state);
+    // The list window opens here on the range from..to.
+    Q_UNUSED(from)
+    Q_UNUSED(to)
+    RearmAlarms(); // entries may have been changed or deleted from the list
+}
+
+void FrmMain::OpenDayOffs()
+{
+    {
+        MainWindowBusy busy(m_app.state);
+        // The day-off dialog opens here.
+    }
+    RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+}
+
+void FrmMain::NewEmptyStickyNote()
+{
+    // Seven note colours, 0 to 6, chosen at random.
+    const double draw = m_app.random ? m_app.random->next() : 0.0;
+    NewStickyNoteFrom(QString(), qBound(0, static_cast<int>(draw * 7), 6));
+}
+
+void FrmMain::NewStickyNoteFrom(const QString& text, int colorIndex)
+{
+    // Slot 0's place stays as it was: a new note opens where the last handed-over one did.
+    StickyNoteSlot& handOver = m_app.state.StickyNotes[0];
+    handOver.text = text;
+    handOver.colorIndex = colorIndex;
+    NewStickyNote();
+}
+
+void FrmMain::NewStickyNote()
+{
+    // The note described in slot 0 opens here, in the first free slot.
+}
+
+void FrmMain::OpenSettings()
+{
+    UnregisterHotKeys();
+    {
+        MainWindowBusy busy(m_app.state);
+        ShowSettingsDialog();
+    }
+    RegisterHotKeys();
+    if (m_app.state.RestoreDone) {
+        // The data under the program was replaced; the user starts it again.
+        RequestShutdown(UnloadMode::FormCode);
+        return;
+    }
+    RunUserAction(m_app, this, [this] { ApplyDesignSettings(); });
+    RearmAlarms(); // the advance time may have changed
+}
+
+void FrmMain::UnregisterHotKeys()
+{
+    // The hot keys are released here.
+}
+
+void FrmMain::ShowSettingsDialog()
+{
+    // The settings dialog opens here, modally.
+}
+
+void FrmMain::RegisterHotKeys()
+{
+    // The hot keys are read from their rows and taken here.
+}

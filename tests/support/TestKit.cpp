@@ -1,0 +1,193 @@
+#include "support/TestKit.h"
+
+#include "store/SqlText.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QFocusEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTimer>
+
+StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm, const QString& endDt,
+                  const QString& endTm, const QString& business)
+{
+    StoredEntry e;
+    e.id = id;
+    e.kind = kind;
+    e.data = kind.startsWith(QLatin1Char('T')) ? QStringLiteral("2") : QStringLiteral("1");
+    e.startDt = startDt;
+    e.startTm = startTm;
+    e.endDt = endDt;
+    e.endTm = endTm;
+    e.business = business;
+    return e;
+}
+
+void StoreRow(DatabaseConnection& db, const QString& table, const Columns& columns)
+{
+    QStringList names;
+    QStringList values;
+    for (const auto& [name, value] : columns) {
+        names << name;
+        const bool number = value.typeId() == QMetaType::Int || value.typeId() == QMetaType::LongLong ||
+                            value.typeId() == QMetaType::Double;
+        values << (number ? value.toString() : QuoteText(value.toString()));
+    }
+    db.ExecuteSql(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                      .arg(table, names.join(QLatin1Char(',')), values.join(QLatin1Char(','))));
+}
+
+void StoreEntry(DatabaseConnection& db, const StoredEntry& e)
+{
+    StoreRow(db, QStringLiteral("TRNSCHTSK"),
+             {{"ID", e.id},
+              {"DATA", e.data},
+              {"BUSINESS", e.business},
+              {"STARTDT", e.startDt},
+              {"STARTTM", e.startTm},
+              {"ENDDT", e.endDt},
+              {"ENDTM", e.endTm},
+              {"ENDLESS", e.endless},
+              {"CLASS", e.classId},
+              {"ALARM", e.alarm},
+              {"PRIORITY", e.priority},
+              {"COMPLETION", e.completion},
+              {"COMPDT", e.compDt},
+              {"FROMTOKBN", e.kind},
+              {"COMMENT", e.comment},
+              {"UPDTIME", e.updTime}});
+}
+
+void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey)
+{
+    StoreRow(db, QStringLiteral("MSTCLASS"), {{"ID", id}, {"CLASS", name}, {"SORTKEY", sortKey}});
+}
+
+void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns)
+{
+    Columns all{{"CODE", code}};
+    all += columns;
+    StoreRow(db, QStringLiteral("TRNGENERAL"), all);
+}
+
+void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon, bool sound, const QString& soundFile)
+{
+    const auto set = [&db](int code, const QString& column, const QString& value) {
+        db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 = %2 WHERE CODE = %3").arg(column, value).arg(code));
+    };
+    set(304, QStringLiteral("DATAN1"), QString::number(advance));
+    set(314, QStringLiteral("DATAN1"), balloon ? QStringLiteral("1") : QStringLiteral("0"));
+    set(316, QStringLiteral("DATAN1"), sound ? QStringLiteral("1") : QStringLiteral("0"));
+    set(315, QStringLiteral("MEMO1"), QuoteText(soundFile));
+}
+
+QString Column(DatabaseConnection& db, int id, const char* column)
+{
+    const Rows rows = db.ReadRows(QStringLiteral("SELECT * FROM TRNSCHTSK WHERE ID = %1").arg(id));
+    if (rows.empty())
+        return QStringLiteral("<no row>");
+    return rows.front().text(QLatin1String(column));
+}
+
+QStringList Lines(DatabaseConnection& db, const QString& sql, const QStringList& columns)
+{
+    QStringList lines;
+    for (const Row& row : db.ReadRows(sql)) {
+        QStringList fields;
+        for (const QString& column : columns)
+            fields << row.text(column);
+        lines << fields.join(QLatin1Char('|'));
+    }
+    return lines;
+}
+
+QStringList LineTexts(const QListWidget* list)
+{
+    QStringList texts;
+    for (int i = 0; i < list->count(); ++i)
+        texts << list->item(i)->text();
+    return texts;
+}
+
+QList<qint64> LineIds(const QListWidget* list)
+{
+    QList<qint64> ids;
+    for (int i = 0; i < list->count(); ++i)
+        ids << list->item(i)->data(Qt::UserRole).toLongLong();
+    return ids;
+}
+
+WriteLog::WriteLog(DatabaseConnection& db, const QString& table, const QString& keyColumn) : m_db(db)
+{
+    m_db.ExecuteSql(QStringLiteral("CREATE TEMP TABLE IF NOT EXISTS WRITELOG (N INTEGER PRIMARY KEY, LINE TEXT)"));
+    const QString body = QStringLiteral("CREATE TEMP TRIGGER WRITELOG_%1_%2 AFTER %2 ON %1 BEGIN "
+                                        "INSERT INTO WRITELOG (LINE) VALUES ('%2 ' || %3.%4); END");
+    m_db.ExecuteSql(body.arg(table, QStringLiteral("INSERT"), QStringLiteral("NEW"), keyColumn));
+    m_db.ExecuteSql(body.arg(table, QStringLiteral("UPDATE"), QStringLiteral("NEW"), keyColumn));
+    m_db.ExecuteSql(body.arg(table, QStringLiteral("DELETE"), QStringLiteral("OLD"), keyColumn));
+}
+
+QStringList WriteLog::lines() const
+{
+    QStringList lines;
+    for (const Row& row : m_db.ReadRows(QStringLiteral("SELECT LINE FROM WRITELOG ORDER BY N")))
+        lines << row.text(QStringLiteral("LINE"));
+    return lines;
+}
+
+void Click(QObject* root, const char* name)
+{
+    Control<QAbstractButton>(root, name)->click();
+}
+
+void FocusIn(QWidget* widget)
+{
+    QFocusEvent event(QEvent::FocusIn, Qt::TabFocusReason);
+    QApplication::sendEvent(widget, &event);
+}
+
+void FocusOut(QWidget* widget)
+{
+    QFocusEvent event(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(widget, &event);
+}
+
+ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action) : m_state(std::make_shared<State>())
+{
+    auto* timer = new QTimer(qApp);
+    m_timer = timer;
+    timer->setInterval(5);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, action, state = m_state] {
+        QPointer<QWidget> modal = QApplication::activeModalWidget();
+        if (!modal)
+            return;
+        timer->stop();
+        state->opened = true;
+        state->title = modal->windowTitle();
+        action(modal);
+        if (modal && modal->isVisible()) {
+            state->stayedOpen = true;
+            if (auto* dialog = qobject_cast<QDialog*>(modal.data()))
+                dialog->reject();
+            else
+                modal->close();
+        }
+    });
+    timer->start();
+}
+
+ModalAnswer::~ModalAnswer()
+{
+    delete m_timer.data();
+}
+
+EditAnswer::EditAnswer(const QString& text, bool pressOk)
+    : m_answer([initial = m_initialText, text, pressOk](QWidget* dialog) {
+          auto* edit = Control<QLineEdit>(dialog, "TxtEdit");
+          *initial = edit->text();
+          edit->setText(text);
+          Click(dialog, pressOk ? "ComOK" : "ComCancel");
+      })
+{}

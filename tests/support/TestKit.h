@@ -1,0 +1,147 @@
+#pragma once
+
+// The one kit every test program uses: the fakes and the temporary database (FakeServices.h),
+// one way to put rows in, one way to find a control, one way to answer a modal dialog, and
+// the registration of a test class with the shared test main.
+
+#include "support/FakeServices.h"
+
+#include <QList>
+#include <QPair>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class QListWidget;
+class QObject;
+class QTimer;
+
+// ---- registration -------------------------------------------------------------------------
+// Each test class lives in its own .cpp and ends with VERDALY_TEST(Class); the subsystem's
+// test program runs every class registered in it, in name order.
+int RegisterTestClass(const char* name, std::function<QObject*()> make);
+#define VERDALY_TEST(Class)                                                                                            \
+    static const int Class##Registered = RegisterTestClass(#Class, [] { return static_cast<QObject*>(new Class); });
+
+// ---- rows ---------------------------------------------------------------------------------
+// One TRNSCHTSK row with every column given; the defaults make a valid one-day schedule.
+struct StoredEntry
+{
+    int id = 1;
+    QString data = QStringLiteral("1");
+    QString business = QStringLiteral("entry");
+    QString startDt;
+    QString startTm;
+    QString endDt;
+    QString endTm;
+    QString endless;
+    int classId = 0;
+    QString alarm = QStringLiteral("0");
+    int priority = 0;
+    QString completion;
+    QString compDt;
+    QString kind;
+    QString comment;
+    QString updTime = QStringLiteral("2006/05/01 12:00:00");
+};
+// The usual entry: kind, span and subject; tasks (kind T*) get DATA '2', the rest '1'.
+StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm = QString(),
+                  const QString& endDt = QString(), const QString& endTm = QString(),
+                  const QString& business = QStringLiteral("entry"));
+
+using Columns = QList<QPair<QString, QVariant>>;
+// Any row: texts are quoted, numbers written as they are.
+void StoreRow(DatabaseConnection& db, const QString& table, const Columns& columns);
+void StoreEntry(DatabaseConnection& db, const StoredEntry& entry);
+void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey = 0);
+// A TRNGENERAL row of code with the given DATA/MEMO columns.
+void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns = {});
+
+// The alarm options as the settings dialog writes them: the advance time in minutes (304),
+// balloon rather than message box (314), sound on (316) and its file (315).
+void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon = false, bool sound = false,
+                        const QString& soundFile = QString());
+
+// ---- reading back -------------------------------------------------------------------------
+// One column of the entry with this ID, as text ("<no row>" when it is gone).
+QString Column(DatabaseConnection& db, int id, const char* column);
+// Every row of a statement as "a|b|c" lines of the named columns.
+QStringList Lines(DatabaseConnection& db, const QString& sql, const QStringList& columns);
+QStringList LineTexts(const QListWidget* list);
+QList<qint64> LineIds(const QListWidget* list);
+
+// Records every row written to a table from now on, through temporary triggers, as
+// "INSERT <key>", "UPDATE <key>", "DELETE <key>" lines; keyColumn names the row.
+class WriteLog final
+{
+public:
+    WriteLog(DatabaseConnection& db, const QString& table, const QString& keyColumn);
+    QStringList lines() const;
+
+private:
+    DatabaseConnection& m_db;
+};
+
+// ---- controls -----------------------------------------------------------------------------
+// A control found by its objectName; a missing control ends the run at once with its name.
+template <typename T = QWidget> T* Control(QObject* root, const char* name)
+{
+    T* found = root->findChild<T*>(QString::fromLatin1(name));
+    if (!found)
+        qFatal("control %s not found in %s", name, qPrintable(root->objectName()));
+    return found;
+}
+// Clicks the named button.
+void Click(QObject* root, const char* name);
+// What the widget sees when the user tabs into or out of it.
+void FocusIn(QWidget* widget);
+void FocusOut(QWidget* widget);
+
+// ---- modal dialogs ------------------------------------------------------------------------
+// Answers the next modal dialog that comes up while this object lives: action gets the
+// dialog and should close it. A dialog the action leaves open is rejected (stayedOpen()),
+// so a refused OK cannot hang the run.
+class ModalAnswer final
+{
+public:
+    explicit ModalAnswer(std::function<void(QWidget*)> action);
+    ~ModalAnswer();
+    ModalAnswer(const ModalAnswer&) = delete;
+    ModalAnswer& operator=(const ModalAnswer&) = delete;
+
+    bool opened() const { return m_state->opened; }
+    bool stayedOpen() const { return m_state->stayedOpen; }
+    QString title() const { return m_state->title; }
+
+private:
+    struct State
+    {
+        bool opened = false;
+        bool stayedOpen = false;
+        QString title;
+    };
+    std::shared_ptr<State> m_state;
+    QPointer<QTimer> m_timer;
+};
+
+// Types text into the next one-line edit dialog (its TxtEdit) and presses OK or Cancel;
+// keeps the text the dialog showed when it opened.
+class EditAnswer final
+{
+public:
+    explicit EditAnswer(const QString& text, bool pressOk = true);
+    bool opened() const { return m_answer.opened(); }
+    // OK was refused, so the dialog had to be cancelled to go on.
+    bool refused() const { return m_answer.stayedOpen(); }
+    QString title() const { return m_answer.title(); }
+    QString initialText() const { return *m_initialText; }
+
+private:
+    std::shared_ptr<QString> m_initialText = std::make_shared<QString>();
+    ModalAnswer m_answer;
+};
