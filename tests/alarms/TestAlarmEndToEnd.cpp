@@ -32,19 +32,13 @@ void TestAlarmEndToEnd::alarmIsDeliveredOnceAtItsMoment()
 
     TestEnvironment env;
     StoreAlarmSettings(env.db(), 0, true);
-    StoredEntry entry;
-    entry.kind = QStringLiteral("A3");
-    entry.startDt = entry.endDt = moment.date().toString(QStringLiteral("yyyyMMdd"));
-    entry.startTm = moment.time().toString(QStringLiteral("HH:mm"));
-    entry.business = QStringLiteral("定例会議 ") + entry.startTm;
+    const QString day = moment.date().toString("yyyyMMdd");
+    const QString time = moment.time().toString("HH:mm");
+    StoredEntry entry = WithAlarm(Entry(1, "A3", day, time, day, QString(), "定例会議 " + time));
     entry.comment = QStringLiteral("第一会議室");
-    entry.alarm = QStringLiteral("1");
     StoreEntry(env.db(), entry);
-    StoredEntry tomorrow = entry;
-    tomorrow.id = 2;
-    tomorrow.startDt = tomorrow.endDt = moment.date().addDays(1).toString(QStringLiteral("yyyyMMdd"));
-    tomorrow.business = QStringLiteral("明日の会議");
-    StoreEntry(env.db(), tomorrow);
+    const QString tomorrow = moment.date().addDays(1).toString("yyyyMMdd");
+    StoreEntry(env.db(), WithAlarm(Entry(2, "A3", tomorrow, time, tomorrow, QString(), "明日の会議")));
     env.services.connection.reset();
 
     QProcess calendar;

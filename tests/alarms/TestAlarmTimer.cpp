@@ -25,163 +25,129 @@ namespace {
 
 const QDate Today(2026, 11, 22);
 
-void StoreToday(DatabaseConnection& db, int id, const QString& time, const QString& subject = QStringLiteral("entry"))
+QDateTime At(int h, int m, int s = 0, int ms = 0)
 {
-    StoredEntry entry;
-    entry.id = id;
-    entry.kind = QStringLiteral("A3");
-    entry.startDt = entry.endDt = QStringLiteral("20261122");
-    entry.startTm = time;
-    entry.business = subject;
-    entry.alarm = QStringLiteral("1");
-    StoreEntry(db, entry);
+    return QDateTime(Today, QTime(h, m, s, ms));
 }
 
-QTimer* TimerOf(FrmMain& main)
+const QDateTime Midnight(Today.addDays(1), QTime(0, 0));
+
+// A started main window over a database with today's alarms at the given times.
+struct Running
 {
-    return main.findChild<QTimer*>(QStringLiteral("Timer"));
-}
+    explicit Running(int advance, const QStringList& times, const QDateTime& now, bool balloon = false)
+    {
+        StoreAlarmSettings(env.db(), advance, balloon);
+        for (int i = 0; i < times.size(); ++i) {
+            StoreEntry(env.db(), WithAlarm(Entry(i + 1, "A3", "20261122", times.at(i), "20261122", QString(),
+                                                 QString("entry %1").arg(i + 1))));
+        }
+        env.services.connection.reset(); // the window opens the file itself
+        env.clock.current = now;
+        main = std::make_unique<FrmMain>(env.services);
+        timer = main->findChild<QTimer*>("Timer");
+        if (!main->Form_Load())
+            qFatal("the main window did not start");
+    }
+    ~Running()
+    {
+        if (!main->isUnloaded())
+            main->Form_Unload();
+    }
+    AlarmEngine& alarms() { return *main->alarms(); }
+
+    TestEnvironment env;
+    std::unique_ptr<FrmMain> main;
+    QTimer* timer = nullptr;
+};
 
 } // namespace
 
 void TestAlarmTimer::runsFromStartUpToShutdown()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 0);
-    StoreToday(env.db(), 1, QStringLiteral("10:30"));
-    env.services.connection.reset(); // the window opens the file itself
-    env.clock.current = QDateTime(Today, QTime(9, 30));
+    Running run(0, {"10:30"}, At(9, 30));
+    QVERIFY(run.timer->isActive());
+    QCOMPARE(run.timer->interval(), 30000);
+    QCOMPARE(run.alarms().armedFor(), At(10, 30));
 
-    FrmMain main(env.services);
-    QTimer* timer = TimerOf(main);
-    QVERIFY(timer);
-    QVERIFY(!timer->isActive());
-    QVERIFY(main.Form_Load());
-    QVERIFY(timer->isActive());
-    QCOMPARE(timer->interval(), 30000);
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 30)));
-
-    main.Form_Unload();
-    QVERIFY(!timer->isActive());
-    QVERIFY(!main.alarms()->armedFor().isValid());
-    main.Timer_Timer(); // a tick that was already queued finds the alarms stopped
-    QCOMPARE(env.prompter.shown.size(), 0);
+    run.main->Form_Unload();
+    QVERIFY(!run.timer->isActive());
+    QVERIFY(!run.alarms().armedFor().isValid());
+    run.env.clock.current = At(11, 0);
+    run.main->Timer_Timer(); // a tick already queued finds the alarms stopped
+    QCOMPARE(run.env.prompter.shown.size(), 0);
 }
 
 void TestAlarmTimer::noSecondTickWhileTheBoxIsOpen()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 0);
-    StoreToday(env.db(), 1, QStringLiteral("09:00"), QStringLiteral("first"));
-    StoreToday(env.db(), 2, QStringLiteral("09:10"), QStringLiteral("second"));
-    env.services.connection.reset();
-    env.clock.current = QDateTime(Today, QTime(8, 0));
-
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QTimer* timer = TimerOf(main);
+    Running run(0, {"09:00", "09:10"}, At(8, 0));
     QList<bool> timerOnWhileShown;
-    env.prompter.whileShown = [&](const Prompt&) {
-        timerOnWhileShown << timer->isActive();
-        main.Timer_Timer(); // the timer's own event, or the single shot, arriving meanwhile
-        main.RearmAlarms(); // an editor saved meanwhile
-        QVERIFY(!main.alarms()->armedFor().isValid());
+    run.env.prompter.whileShown = [&](const Prompt&) {
+        timerOnWhileShown << run.timer->isActive();
+        run.main->Timer_Timer(); // the timer's own event, or the single shot, arriving meanwhile
+        run.main->RearmAlarms(); // an editor saved meanwhile
+        QVERIFY(!run.alarms().armedFor().isValid());
     };
-    env.clock.current = QDateTime(Today, QTime(9, 20));
-    main.Timer_Timer();
+    run.env.clock.current = At(9, 20);
+    run.main->Timer_Timer();
 
-    QCOMPARE(env.prompter.texts(), (QStringList{" 9:00   first", " 9:10   second"}));
+    QCOMPARE(run.env.prompter.texts(), (QStringList{" 9:00   entry 1", " 9:10   entry 2"}));
     QCOMPARE(timerOnWhileShown, (QList<bool>{false, false}));
-    QVERIFY(timer->isActive());
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today.addDays(1), QTime(0, 0)));
-    main.Form_Unload();
+    QVERIFY(run.timer->isActive());
+    QCOMPARE(run.alarms().armedFor(), Midnight);
 }
 
 void TestAlarmTimer::missingAdvanceRowStopsTheAlarmsForTheRun()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 0);
-    env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 304"));
-    StoreToday(env.db(), 1, QStringLiteral("09:00"));
-    env.services.connection.reset();
-    env.clock.current = QDateTime(Today, QTime(9, 30));
-
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("CODE 304.*missing")));
-    main.Timer_Timer();
-    QVERIFY(main.alarms()->halted());
-    QVERIFY(!TimerOf(main)->isActive());
+    Running run(0, {"09:00"}, At(9, 30));
+    run.env.db().ExecuteSql("DELETE FROM TRNGENERAL WHERE CODE = 304");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("CODE 304.*missing"));
+    run.main->Timer_Timer();
+    QVERIFY(run.alarms().halted());
+    QVERIFY(!run.timer->isActive());
 
     // Even once the row is back, the alarms stay off until the next start.
-    env.db().ExecuteSql(QStringLiteral("INSERT INTO TRNGENERAL (CODE,DATAN1) VALUES (304, 0)"));
-    main.RearmAlarms();
-    main.Timer_Timer();
-    QCOMPARE(env.prompter.shown.size(), 0);
-    QVERIFY(!TimerOf(main)->isActive());
-    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("1"));
-    main.Form_Unload();
+    run.env.db().ExecuteSql("INSERT INTO TRNGENERAL (CODE,DATAN1) VALUES (304, 0)");
+    run.main->RearmAlarms();
+    run.main->Timer_Timer();
+    QCOMPARE(run.env.prompter.shown.size(), 0);
+    QVERIFY(!run.timer->isActive());
 }
 
 void TestAlarmTimer::singleShotRingsAtTheMoment()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 0, true);
-    StoreToday(env.db(), 1, QStringLiteral("10:30"));
-    env.services.connection.reset();
-    env.clock.current = QDateTime(Today, QTime(10, 29, 59, 700));
-
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 30)));
+    Running run(0, {"10:30"}, At(10, 29, 59, 700), true);
+    QCOMPARE(run.alarms().armedFor(), At(10, 30));
     QElapsedTimer elapsed;
     elapsed.start();
-    // 300 ms pass on the program's clock as on the real one, and a little more.
     QTest::qWait(150);
-    QCOMPARE(env.launcher.started.size(), 0);
-    env.clock.current = QDateTime(Today, QTime(10, 30, 0, 20));
-    QTRY_COMPARE_WITH_TIMEOUT(env.launcher.started.size(), 1, 1500);
+    QCOMPARE(run.env.launcher.started.size(), 0);
+    run.env.clock.current = At(10, 30, 0, 20); // the program's clock keeps up with the real one
+    QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 1, 1500);
     QVERIFY2(elapsed.elapsed() < 1000, "the alarm waited for the 30-second tick");
-    QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
-    main.Form_Unload();
+    QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
 }
 
 void TestAlarmTimer::rearmedAfterAnEditorSaved()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 10);
-    StoreToday(env.db(), 1, QStringLiteral("15:00"));
-    env.services.connection.reset();
-    env.clock.current = QDateTime(Today, QTime(9, 0));
-
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(14, 50)));
-    StoreToday(env.db(), 2, QStringLiteral("11:00"));
-    main.RearmAlarms();
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 50)));
-    StoreAlarmSettings(env.db(), 30);
-    main.RearmAlarms();
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(10, 30)));
-    main.Form_Unload();
+    Running run(10, {"15:00"}, At(9, 0));
+    QCOMPARE(run.alarms().armedFor(), At(14, 50));
+    StoreEntry(run.env.db(), WithAlarm(Entry(2, "A3", "20261122", "11:00", "20261122")));
+    run.main->RearmAlarms();
+    QCOMPARE(run.alarms().armedFor(), At(10, 50));
+    StoreAlarmSettings(run.env.db(), 30);
+    run.main->RearmAlarms();
+    QCOMPARE(run.alarms().armedFor(), At(10, 30));
 }
 
 void TestAlarmTimer::clockJumpRingsWhatBecameDue()
 {
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 0, true);
-    StoreToday(env.db(), 1, QStringLiteral("13:00"));
-    env.services.connection.reset();
-    env.clock.current = QDateTime(Today, QTime(9, 0));
-
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today, QTime(13, 0)));
+    Running run(0, {"13:00"}, At(9, 0), true);
+    QCOMPARE(run.alarms().armedFor(), At(13, 0));
     // Back from four hours of sleep: the single shot's own clock stood still meanwhile.
-    env.clock.current = QDateTime(Today, QTime(13, 5));
-    QTRY_COMPARE_WITH_TIMEOUT(env.launcher.started.size(), 1, 5000);
-    QCOMPARE(main.alarms()->armedFor(), QDateTime(Today.addDays(1), QTime(0, 0)));
-    main.Form_Unload();
+    run.env.clock.current = At(13, 5);
+    QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 1, 5000);
+    QCOMPARE(run.alarms().armedFor(), Midnight);
 }
 
 VERDALY_TEST(TestAlarmTimer)

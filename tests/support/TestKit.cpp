@@ -60,6 +60,12 @@ void StoreEntry(DatabaseConnection& db, const StoredEntry& e)
               {"UPDTIME", e.updTime}});
 }
 
+StoredEntry WithAlarm(StoredEntry entry)
+{
+    entry.alarm = QStringLiteral("1");
+    return entry;
+}
+
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey)
 {
     StoreRow(db, QStringLiteral("MSTCLASS"), {{"ID", id}, {"CLASS", name}, {"SORTKEY", sortKey}});

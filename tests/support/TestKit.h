@@ -58,6 +58,8 @@ using Columns = QList<QPair<QString, QVariant>>;
 // Any row: texts are quoted, numbers written as they are.
 void StoreRow(DatabaseConnection& db, const QString& table, const Columns& columns);
 void StoreEntry(DatabaseConnection& db, const StoredEntry& entry);
+// The same entry with its alarm set.
+StoredEntry WithAlarm(StoredEntry entry);
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey = 0);
 // A TRNGENERAL row of code with the given DATA/MEMO columns.
 void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns = {});
