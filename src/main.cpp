@@ -1,10 +1,13 @@
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
+#include "common/HotKeyBackend.h"
+#include "common/Pickers.h"
 #include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "mainwindow/FrmMain.h"
+#include "platform/HotKeyBackendFactory.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
 #include "views/FrmDatePicker.h"
@@ -22,10 +25,21 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     RegisterFontSubstitutions();
 
+    // A mistyped command line must not quietly fall back to another data folder.
+    const QString usageError = CommandLineError(QApplication::arguments());
+    if (!usageError.isEmpty()) {
+        std::fprintf(stderr, "verdaly: %s\n%s\n", qUtf8Printable(usageError), qUtf8Printable(CommandLineUsage()));
+        return 2;
+    }
+
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
     SystemProcessLauncher launcher;
+    DialogColorPicker colorPicker;
+    DialogFontPicker fontPicker;
+    DialogFilePicker filePicker;
+    const std::unique_ptr<HotKeyBackend> hotKeys = CreateHotKeyBackend();
 
     AppServices services;
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
@@ -33,16 +47,21 @@ int main(int argc, char* argv[])
     services.prompter = &prompter;
     services.random = &random;
     services.launcher = &launcher;
+    services.colorPicker = &colorPicker;
+    services.fontPicker = &fontPicker;
+    services.filePicker = &filePicker;
+    services.hotKeys = hotKeys.get();
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {
-        prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。"), PromptIcon::Critical);
+        const QString dir = IntendedDataDir(QApplication::arguments(), QApplication::applicationDirPath());
+        prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。\n") + dir, PromptIcon::Critical);
         return 1;
     }
 
     FrmMain main(services);
     if (!main.Form_Load())
-        return 0;
+        return main.loadExitCode();
 
     // Being told to stop, or the desktop session ending, is an orderly shutdown: the notes
     // and the placement are saved exactly as for the exit menu.

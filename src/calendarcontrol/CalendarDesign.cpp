@@ -70,6 +70,11 @@ void ApplyCalendarDesign(DatabaseConnection& db, HalvernCalendar& calendar)
 
     calendar.setGridLineColor(Units::ColorFromStored(0xE0E0E0));
 
+    // "祝日を表示": holidays are shown unless the row says 0; a database from before the
+    // option has no row and shows them.
+    const Rows holidays = db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 317 "));
+    calendar.setHolidaysShown(holidays.empty() || holidays.front().number(QStringLiteral("DATAN1")) != 0);
+
     const Rows spots = db.ReadRows(QStringLiteral("SELECT * "
                                                   "FROM TRNCOLOR "
                                                   "WHERE SETNUM = 0 "

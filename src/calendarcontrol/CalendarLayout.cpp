@@ -1,5 +1,7 @@
 #include "calendarcontrol/CalendarLayout.h"
 
+#include "holidays/JapaneseEra.h"
+
 #include <QtGlobal>
 
 namespace CalendarLayout {
@@ -40,14 +42,23 @@ QDate AddMonthsClamped(const QDate& date, int months)
     return QDate(firstOfTarget.year(), firstOfTarget.month(), day);
 }
 
-QString FormatTitle(const QString& format, int year, int month)
+QString FormatTitle(const QString& format, const QDate& day)
 {
+    const int year = day.year();
+    const int month = day.month();
+    const JapaneseEra::EraYear era = JapaneseEra::EraOf(day);
     QString text;
     int i = 0;
     while (i < format.size()) {
         if (format.mid(i, 4) == QLatin1String("yyyy")) {
             text += QStringLiteral("%1").arg(year, 4, 10, QLatin1Char('0'));
             i += 4;
+        } else if (format.mid(i, 2) == QLatin1String("gg")) {
+            text += era.name;
+            i += 2;
+        } else if (format.at(i) == QLatin1Char('e')) {
+            text += era.name.isEmpty() ? QString::number(year) : JapaneseEra::EraYearText(era.year);
+            i += 1;
         } else if (format.mid(i, 2) == QLatin1String("mm")) {
             text += QStringLiteral("%1").arg(month, 2, 10, QLatin1Char('0'));
             i += 2;

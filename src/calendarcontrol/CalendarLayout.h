@@ -29,9 +29,11 @@ QDate FirstShownDate(int year, int month, int firstDayOfWeek);
 // date moved by months; a day that the target month lacks becomes its last day.
 QDate AddMonthsClamped(const QDate& date, int months);
 
-// The year-month title: "yyyy" is the year, "mm" the month with two digits, "m" the month;
+// The year-month title of the month that holds day: "yyyy" is the year, "mm" the month
+// with two digits, "m" the month, "gg" the Japanese era of day and "e" the year in that era
+// ("元" for its first year; the western year for a day before the eras the calendar knows);
 // everything else is copied.
-QString FormatTitle(const QString& format, int year, int month);
+QString FormatTitle(const QString& format, const QDate& day);
 
 // The seven weekday names, Sunday first, in the style whose Sunday looks like sundayText
 // ("日", "(日)", "日曜", "日曜日", "Sun", "SUN", "S"). An unknown style reads as "日".

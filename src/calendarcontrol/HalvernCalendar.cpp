@@ -1,5 +1,7 @@
 #include "calendarcontrol/HalvernCalendar.h"
 
+#include "holidays/JapaneseHolidays.h"
+
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -27,6 +29,7 @@ HalvernCalendar::HalvernCalendar(QWidget* parent)
     // shows a fixed month.
     m_current = QDate(2000, 1, 1);
     m_firstShown = CalendarLayout::FirstShownDate(m_current.year(), m_current.month(), m_firstDayOfWeek);
+    refreshHolidays();
 }
 
 void HalvernCalendar::setCurrentDate(const QDate& date)
@@ -38,6 +41,7 @@ void HalvernCalendar::setCurrentDate(const QDate& date)
     if (monthMoved) {
         m_firstShown = CalendarLayout::FirstShownDate(date.year(), date.month(), m_firstDayOfWeek);
         pruneMarks();
+        refreshHolidays();
     }
     update();
     if (monthMoved)
@@ -96,6 +100,24 @@ void HalvernCalendar::pruneMarks()
     }
 }
 
+void HalvernCalendar::setHolidaysShown(bool shown)
+{
+    if (shown == m_holidaysShown)
+        return;
+    m_holidaysShown = shown;
+    refreshHolidays();
+    update();
+}
+
+void HalvernCalendar::refreshHolidays()
+{
+    m_holidays.clear();
+    if (!m_holidaysShown)
+        return;
+    for (const JapaneseHolidays::Holiday& holiday : JapaneseHolidays::HolidaysBetween(m_firstShown, LastShownDate()))
+        m_holidays.insert(holiday.date, holiday.name);
+}
+
 void HalvernCalendar::setTitleFormat(const QString& format)
 {
     m_titleFormat = format;
@@ -111,6 +133,7 @@ void HalvernCalendar::setFirstDayOfWeek(int firstDayOfWeek)
     m_firstDayOfWeek = normalized;
     m_firstShown = CalendarLayout::FirstShownDate(m_current.year(), m_current.month(), m_firstDayOfWeek);
     pruneMarks();
+    refreshHolidays();
     update();
 }
 
@@ -123,7 +146,7 @@ void HalvernCalendar::setWeekdayFormat(const QString& format)
 
 QString HalvernCalendar::titleText() const
 {
-    return CalendarLayout::FormatTitle(m_titleFormat, m_current.year(), m_current.month());
+    return CalendarLayout::FormatTitle(m_titleFormat, m_current);
 }
 
 QStringList HalvernCalendar::weekdayHeaders() const

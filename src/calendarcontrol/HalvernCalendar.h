@@ -44,6 +44,13 @@ public:
     bool isEntryDay(const QDate& date) const { return m_entryDays.contains(date); }
     bool isDayOff(const QDate& date) const { return m_dayOffs.contains(date); }
 
+    // National holidays are marked on every day the grid shows, the neighbouring months'
+    // days included, unless switched off by the settings.
+    bool holidaysShown() const { return m_holidaysShown; }
+    void setHolidaysShown(bool shown);
+    // The name of the holiday on a shown day while holidays are shown; empty otherwise.
+    QString holidayName(const QDate& date) const { return m_holidays.value(date); }
+
     QString TitleFormat() const { return m_titleFormat; }
     void setTitleFormat(const QString& format);
     // 1 = Sunday ... 7 = Saturday; other values mean Sunday.
@@ -106,6 +113,7 @@ private:
     void moveBy(int days);
     void moveByMonths(int months);
     void pruneMarks();
+    void refreshHolidays();
 
     // Painting (HalvernCalendarPaint.cpp).
     void paintTitle(QPainter& painter, const CalendarLayout::Geometry& g) const;
@@ -119,6 +127,8 @@ private:
     QDate m_firstShown;
     QSet<QDate> m_entryDays;
     QSet<QDate> m_dayOffs;
+    bool m_holidaysShown = true;
+    QHash<QDate, QString> m_holidays; // the holidays of the shown grid
     QString m_titleFormat;
     int m_firstDayOfWeek = 1;
     QString m_weekdayFormat;

@@ -16,6 +16,12 @@ QColor WithAlpha(QColor color, int alpha)
     return color;
 }
 
+// Halfway between two colours: a holiday of a neighbouring month is marked, but paler.
+QColor Halfway(const QColor& a, const QColor& b)
+{
+    return QColor((a.red() + b.red()) / 2, (a.green() + b.green()) / 2, (a.blue() + b.blue()) / 2);
+}
+
 } // namespace
 
 void HalvernCalendar::paintEvent(QPaintEvent*)
@@ -89,8 +95,11 @@ void HalvernCalendar::paintHeader(QPainter& painter, const CalendarLayout::Geome
 
 QColor HalvernCalendar::dayTextColor(const QDate& date) const
 {
+    const bool holiday = m_holidays.contains(date);
     if (date.year() != m_current.year() || date.month() != m_current.month())
-        return spotDesign(OtherMonth).text;
+        return holiday ? Halfway(spotDesign(OtherMonth).text, spotDesign(Holiday).text) : spotDesign(OtherMonth).text;
+    if (holiday)
+        return spotDesign(Holiday).text;
     if (m_dayOffs.contains(date))
         return spotDesign(DayOff).text;
     const int weekday = CalendarLayout::WeekdayNumber(date);
@@ -106,12 +115,17 @@ void HalvernCalendar::paintDay(QPainter& painter, const QRect& cell, const QDate
     const bool inMonth = date.year() == m_current.year() && date.month() == m_current.month();
     const bool entry = m_entryDays.contains(date);
     const bool dayOff = m_dayOffs.contains(date);
+    const bool holiday = m_holidays.contains(date);
     const bool isToday = date == todayDate;
     const bool selected = date == m_current;
 
     QColor back = spotDesign(inMonth ? Day : OtherMonth).back;
     if (dayOff)
         back = spotDesign(DayOff).back;
+    // A day that is both a holiday and a day-off wears the holiday's colours and the
+    // day-off's corner.
+    if (holiday)
+        back = inMonth ? spotDesign(Holiday).back : Halfway(back, spotDesign(Holiday).back);
     if (entry)
         back = spotDesign(EntryDay).back;
     if (isToday)
@@ -145,7 +159,7 @@ void HalvernCalendar::paintDay(QPainter& painter, const QRect& cell, const QDate
         mark.lineTo(corner - QPointF(side, 0));
         mark.lineTo(corner + QPointF(0, side));
         mark.closeSubpath();
-        painter.fillPath(mark, spotDesign(DayOffMark).text);
+        painter.fillPath(mark, spotDesign(DayOff).text);
     }
     if (entry) {
         const double dot = qBound(1.8, cell.height() / 14.0, 3.5);

@@ -26,12 +26,12 @@ constexpr int EntryDay = 90;        // days that carry entries
 constexpr int SundayHeader = 100;   // text colour of the Sunday heading
 constexpr int SaturdayHeader = 110; // text colour of the Saturday heading
 constexpr int Background = 120;     // the control's own background
-constexpr int DayOff = 130;         // day-off cells
-constexpr int DayOffMark = 135;     // the corner mark of a day-off
+constexpr int DayOff = 130;         // day-off cells and their corner mark
+constexpr int Holiday = 135;        // national holidays
 
 // Every spot the control paints, in code order.
 constexpr int Codes[] = {Title,    WeekdayHeader, Day,          Sunday,         Saturday,   OtherMonth, Today,
-                         Selected, EntryDay,      SundayHeader, SaturdayHeader, Background, DayOff,     DayOffMark};
+                         Selected, EntryDay,      SundayHeader, SaturdayHeader, Background, DayOff,     Holiday};
 } // namespace CalendarSpot
 
 // The look a spot has before any design is applied (the shipped design).

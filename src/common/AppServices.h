@@ -10,8 +10,12 @@
 #include <memory>
 
 class Clock;
+class ColorPicker;
 class DatePicker;
 class ProcessLauncher;
+class FilePicker;
+class FontPicker;
+class HotKeyBackend;
 class Prompter;
 class RandomSource;
 
@@ -25,6 +29,11 @@ struct AppServices
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
     ProcessLauncher* launcher = nullptr;
+    ColorPicker* colorPicker = nullptr;
+    FontPicker* fontPicker = nullptr;
+    FilePicker* filePicker = nullptr;
+    // The desktop's global hot keys (a backend that says it has none where there are none).
+    HotKeyBackend* hotKeys = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

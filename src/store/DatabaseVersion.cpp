@@ -27,6 +27,18 @@ void CheckDatabaseVersion(DatabaseConnection& db, const Clock& clock)
         qCInfo(lcStore) << "upgrading database from version 11";
         UpgradeToVersion12(db, clock);
     }
+    AddEraTitleChoice(db, clock);
+}
+
+void AddEraTitleChoice(DatabaseConnection& db, const Clock& clock)
+{
+    // The era title ("令和8年11月") came after version 12 and changes no layout, so it is a
+    // choice row added once to any database that lacks it rather than a new version.
+    if (!db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 80607 ")).empty())
+        return;
+    db.ExecuteSql(InsertGeneral + QStringLiteral("80607, ") + QuoteText(QStringLiteral("gge年m月")) +
+                  QStringLiteral(", '', '', '', '', 80607, 0, 0, 0, 0, '', ") + DateLiteral(clock.now()) +
+                  QStringLiteral(" ) "));
 }
 
 void UpgradeToVersion11(DatabaseConnection& db, const Clock& clock)

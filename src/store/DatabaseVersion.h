@@ -8,5 +8,7 @@ class DatabaseConnection;
 void CheckDatabaseVersion(DatabaseConnection& db, const Clock& clock);
 void UpgradeToVersion11(DatabaseConnection& db, const Clock& clock);
 void UpgradeToVersion12(DatabaseConnection& db, const Clock& clock);
+// The era title-format choice (CODE 80607), added when missing.
+void AddEraTitleChoice(DatabaseConnection& db, const Clock& clock);
 
 constexpr int CurrentDatabaseVersion = 12;

@@ -1,5 +1,6 @@
 #include "TestStickyNotes.h"
 
+#include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
 #include "support/FakeServices.h"
@@ -184,4 +185,36 @@ void TestStickyNotes::dragMovesNoteWithoutSelecting()
     QVERIFY(!text->textCursor().hasSelection());
     QCOMPARE(env.services.state.StickyNotes[1].left, 160 * 15);
     QCOMPARE(env.services.state.StickyNotes[1].top, 140 * 15);
+}
+
+void TestStickyNotes::mainWindowEmptyNote_data()
+{
+    QTest::addColumn<double>("draw");
+    QTest::addColumn<int>("colour");
+    // clang-format off
+    QTest::newRow("0.0 black") << 0.0 << 0;
+    QTest::newRow("0.5 green") << 0.5 << 3;
+    QTest::newRow("0.999 yellow") << 0.999 << 6;
+    // clang-format on
+}
+
+void TestStickyNotes::mainWindowEmptyNote()
+{
+    QFETCH(double, draw);
+    QFETCH(int, colour);
+    TestEnvironment env;
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    // Left over from a note handed over earlier: a new empty note must not take it.
+    env.services.state.StickyNotes[0].text = QStringLiteral("earlier entry");
+    env.random.values = {draw};
+    main.NewEmptyStickyNote();
+    const StickyNoteSlot& slot = env.services.state.StickyNotes[1];
+    QVERIFY(slot.inUse);
+    auto* note = qobject_cast<FrmPost*>(slot.window.data());
+    QVERIFY(note);
+    QCOMPARE(note->colorIndex(), colour);
+    QCOMPARE(note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->toPlainText(), QString());
+    main.Form_Unload();
 }

@@ -16,4 +16,6 @@ private slots:
     void handOverPlace_data();
     void handOverPlace();
     void dragMovesNoteWithoutSelecting();
+    void mainWindowEmptyNote_data();
+    void mainWindowEmptyNote();
 };

@@ -13,6 +13,10 @@ TestEnvironment::TestEnvironment(bool withDatabase)
     services.random = &random;
     services.datePicker = &datePicker;
     services.launcher = &launcher;
+    services.colorPicker = &colorPicker;
+    services.fontPicker = &fontPicker;
+    services.filePicker = &filePicker;
+    services.hotKeys = &hotKeys;
     if (withDatabase) {
         QString error;
         if (!CreateStartingDatabase(services.databasePath(), &error))

@@ -6,6 +6,7 @@
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "support/FakeLauncher.h"
+#include "support/FakePickers.h"
 
 #include <QDateTime>
 #include <QList>
@@ -101,6 +102,10 @@ public:
     FakeRandom random;
     FakeDatePicker datePicker;
     FakeLauncher launcher;
+    FakeColorPicker colorPicker;
+    FakeFontPicker fontPicker;
+    FakeFilePicker filePicker;
+    FakeHotKeyBackend hotKeys;
     AppServices services;
 
     DatabaseConnection& db() { return services.db(); }
