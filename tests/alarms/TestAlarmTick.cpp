@@ -15,8 +15,6 @@ private slots:
     void delivery();
     void rowChangedByAnEditorRingsAgainLater();
     void unreadableRowIsPassedOverAndLoggedOnce();
-    void nextMoment_data();
-    void nextMoment();
 };
 
 namespace {
@@ -188,40 +186,6 @@ void TestAlarmTick::unreadableRowIsPassedOverAndLoggedOnce()
         QCOMPARE(Column(env.db(), id, "ALARM"), QStringLiteral("0"));
     for (int id : {2, 4, 6})
         QCOMPARE(Column(env.db(), id, "ALARM"), QStringLiteral("1"));
-}
-
-void TestAlarmTick::nextMoment_data()
-{
-    QTest::addColumn<QStringList>("times"); // today's timed entries with the alarm set
-    QTest::addColumn<bool>("withAdvanceRow");
-    QTest::addColumn<QDateTime>("now");
-    QTest::addColumn<QDateTime>("expected");
-
-    // clang-format off
-    QTest::newRow("earliest to come")  << QStringList{"11:05", "10:35", "08:05"} << true << At("09:30:00.000") << At("10:30:00.000");
-    QTest::newRow("now still counts")  << QStringList{"10:35"} << true  << At("10:30:00.000") << At("10:30:00.000");
-    QTest::newRow("all passed")        << QStringList{"08:05"} << true  << At("09:30:00.000") << At("00:00:00.000", 1);
-    QTest::newRow("no advance row")    << QStringList{"10:35"} << false << At("09:30:00.000") << QDateTime();
-    // clang-format on
-}
-
-void TestAlarmTick::nextMoment()
-{
-    QFETCH(QStringList, times);
-    QFETCH(bool, withAdvanceRow);
-    QFETCH(QDateTime, now);
-    QFETCH(QDateTime, expected);
-
-    TestEnvironment env;
-    StoreAlarmSettings(env.db(), 5);
-    if (!withAdvanceRow)
-        env.db().ExecuteSql("DELETE FROM TRNGENERAL WHERE CODE = 304");
-    for (int i = 0; i < times.size(); ++i)
-        StoreToday(env.db(), i + 1, times.at(i));
-    env.clock.current = now;
-    AlarmTick tick(env.services);
-    QCOMPARE(tick.nextMoment(), expected);
-    QCOMPARE(tick.run(nullptr, Today), withAdvanceRow);
 }
 
 VERDALY_TEST(TestAlarmTick)

@@ -13,11 +13,10 @@ class TestAlarmTimer final : public QObject
     Q_OBJECT
 
 private slots:
-    void runsFromStartUpToShutdown();
     void noSecondTickWhileTheBoxIsOpen();
     void missingAdvanceRowStopsTheAlarmsForTheRun();
     void singleShotRingsAtTheMoment();
-    void rearmedAfterAnEditorSaved();
+    void rearmedAfterAnEditorSavedAndStoppedAtShutdown();
     void clockJumpRingsWhatBecameDue();
 };
 
@@ -62,21 +61,6 @@ struct Running
 };
 
 } // namespace
-
-void TestAlarmTimer::runsFromStartUpToShutdown()
-{
-    Running run(0, {"10:30"}, At(9, 30));
-    QVERIFY(run.timer->isActive());
-    QCOMPARE(run.timer->interval(), 30000);
-    QCOMPARE(run.alarms().armedFor(), At(10, 30));
-
-    run.main->Form_Unload();
-    QVERIFY(!run.timer->isActive());
-    QVERIFY(!run.alarms().armedFor().isValid());
-    run.env.clock.current = At(11, 0);
-    run.main->Timer_Timer(); // a tick already queued finds the alarms stopped
-    QCOMPARE(run.env.prompter.shown.size(), 0);
-}
 
 void TestAlarmTimer::noSecondTickWhileTheBoxIsOpen()
 {
@@ -128,9 +112,11 @@ void TestAlarmTimer::singleShotRingsAtTheMoment()
     QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
 }
 
-void TestAlarmTimer::rearmedAfterAnEditorSaved()
+void TestAlarmTimer::rearmedAfterAnEditorSavedAndStoppedAtShutdown()
 {
     Running run(10, {"15:00"}, At(9, 0));
+    QVERIFY(run.timer->isActive());
+    QCOMPARE(run.timer->interval(), 30000);
     QCOMPARE(run.alarms().armedFor(), At(14, 50));
     StoreEntry(run.env.db(), WithAlarm(Entry(2, "A3", "20261122", "11:00", "20261122")));
     run.main->RearmAlarms();
@@ -138,6 +124,13 @@ void TestAlarmTimer::rearmedAfterAnEditorSaved()
     StoreAlarmSettings(run.env.db(), 30);
     run.main->RearmAlarms();
     QCOMPARE(run.alarms().armedFor(), At(10, 30));
+
+    run.main->Form_Unload();
+    QVERIFY(!run.timer->isActive());
+    QVERIFY(!run.alarms().armedFor().isValid());
+    run.env.clock.current = At(11, 0);
+    run.main->Timer_Timer(); // a tick already queued finds the alarms stopped
+    QCOMPARE(run.env.prompter.shown.size(), 0);
 }
 
 void TestAlarmTimer::clockJumpRingsWhatBecameDue()

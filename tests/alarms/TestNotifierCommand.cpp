@@ -14,8 +14,6 @@ private slots:
     void oneLineForm();
     void valuesReachTheNotifierIntact_data();
     void valuesReachTheNotifierIntact();
-    void typedLines_data();
-    void typedLines();
 };
 
 void TestNotifierCommand::oneLineForm_data()
@@ -68,40 +66,6 @@ void TestNotifierCommand::valuesReachTheNotifierIntact()
     QCOMPARE(read.text, text);
     QCOMPARE(read.icon, QStringLiteral("i"));
     QCOMPARE(read.sound, soundFile);
-}
-
-void TestNotifierCommand::typedLines_data()
-{
-    QTest::addColumn<QString>("line"); // split at blanks, as a shell would
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("sound");
-
-    // clang-format off
-    QTest::newRow("words joined")      << "/t 週次 定例 /c 第二 会議室 /i i /a /x/a.wav" << true << "週次 定例" << "第二 会議室" << "/x/a.wav";
-    QTest::newRow("empty comment")     << "/t 会議 /c /i i"          << true  << "会議" << ""   << "";
-    QTest::newRow("nothing")           << ""                         << false << ""     << ""   << "";
-    QTest::newRow("word before /t")    << "x /t 会議 /c 3F"          << false << ""     << ""   << "";
-    // clang-format on
-}
-
-void TestNotifierCommand::typedLines()
-{
-    QFETCH(QString, line);
-    QFETCH(bool, valid);
-    QFETCH(QString, title);
-    QFETCH(QString, text);
-    QFETCH(QString, sound);
-    const NotifyCommand read = ParseNotifyCommandLine(line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
-    QCOMPARE(read.valid, valid);
-    if (!valid) {
-        QVERIFY(read.error.contains(QStringLiteral("usage: BalloonNotify")));
-        return;
-    }
-    QCOMPARE(read.title, title);
-    QCOMPARE(read.text, text);
-    QCOMPARE(read.sound, sound);
 }
 
 VERDALY_TEST(TestNotifierCommand)
