@@ -1,12 +1,25 @@
-#include "TestNoteSaving.h"
-
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QPlainTextEdit>
 #include <QtTest>
+
+class TestNoteSaving final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void textStoredIntact_data();
+    void textStoredIntact();
+    void exitMarksOpenRowsOnly();
+    void closedNoteKeepsItsPlace();
+    void autosaveWaitsForDialogTransaction();
+    void nothingWrittenAfterRestore();
+    void exitDuringDialogStillSavesNotes();
+};
 
 namespace {
 
@@ -23,7 +36,7 @@ FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour)
 
 void Type(FrmPost* note, const QString& text)
 {
-    note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->setPlainText(text);
+    Control<QPlainTextEdit>(note, "TxtPost")->setPlainText(text);
 }
 
 Row NoteRow(TestEnvironment& env, int slot)
@@ -193,3 +206,6 @@ void TestNoteSaving::exitDuringDialogStillSavesNotes()
     QCOMPARE(row.text(QStringLiteral("MEMO1")), QStringLiteral("ログアウト直前のメモ"));
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = 'dialog work'")), 0);
 }
+
+VERDALY_TEST(TestNoteSaving)
+#include "TestNoteSaving.moc"

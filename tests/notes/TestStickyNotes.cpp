@@ -1,13 +1,29 @@
-#include "TestStickyNotes.h"
-
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QtTest>
+
+class TestStickyNotes final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void thirtyFirstNoteRefusedAndFreedSlotReused();
+    void colourIndexShown_data();
+    void colourIndexShown();
+    void menuColourEntrySetsSlot_data();
+    void menuColourEntrySetsSlot();
+    void handOverPlace_data();
+    void handOverPlace();
+    void dragMovesNoteWithoutSelecting();
+    void mainWindowEmptyNote_data();
+    void mainWindowEmptyNote();
+};
 
 namespace {
 
@@ -91,11 +107,11 @@ void TestStickyNotes::colourIndexShown()
     TestEnvironment env;
     StickyNotes notes(env.services);
     FrmPost* note = OpenNote(notes, QString(), index);
-    QCOMPARE(note->findChild<NoteShape*>(QStringLiteral("ShpColor"))->color(), shown);
+    QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), shown);
     QVERIFY(MenuEntry(note, checkedEntry.toLatin1().constData())->isChecked());
     // Whatever the colour, the text stays dark on a light paper.
     const QColor paper = note->palette().color(QPalette::Window);
-    const QColor ink = note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->palette().color(QPalette::Text);
+    const QColor ink = Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text);
     QVERIFY2(paper.lightness() - ink.lightness() > 120, qPrintable(paper.name() + QLatin1Char('/') + ink.name()));
 }
 
@@ -168,7 +184,7 @@ void TestStickyNotes::dragMovesNoteWithoutSelecting()
     StickyNotes notes(env.services);
     FrmPost* note = OpenNote(notes, QStringLiteral("drag me by the text"), 6, 1500, 1500);
     QVERIFY(QTest::qWaitForWindowExposed(note));
-    auto* text = note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"));
+    auto* text = Control<QPlainTextEdit>(note, "TxtPost");
     QWidget* viewport = text->viewport();
     const QPoint start(20, 10);
     // The pointer's path on the screen; the note under it moves along.
@@ -215,6 +231,9 @@ void TestStickyNotes::mainWindowEmptyNote()
     auto* note = qobject_cast<FrmPost*>(slot.window.data());
     QVERIFY(note);
     QCOMPARE(note->colorIndex(), colour);
-    QCOMPARE(note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->toPlainText(), QString());
+    QCOMPARE(Control<QPlainTextEdit>(note, "TxtPost")->toPlainText(), QString());
     main.Form_Unload();
 }
+
+VERDALY_TEST(TestStickyNotes)
+#include "TestStickyNotes.moc"
