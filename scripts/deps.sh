@@ -10,7 +10,7 @@ VERDALY_PACKAGES=(
     libxcb1-dev libxcb-keysyms1-dev
     fonts-ipafont-gothic
     xvfb xauth x11-utils xdotool imagemagick jwm xcompmgr
-    dbus at-spi2-core python3-pyatspi
+    dbus dunst at-spi2-core python3-pyatspi
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include "common/Fonts.h"
 #include "common/HotKeyBackend.h"
 #include "common/Pickers.h"
+#include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "common/UrlOpener.h"
@@ -36,6 +37,7 @@ int main(int argc, char* argv[])
     MessageBoxPrompter prompter;
     SystemRandomSource random;
     DesktopUrlOpener urlOpener;
+    SystemProcessLauncher launcher;
     DialogColorPicker colorPicker;
     DialogFontPicker fontPicker;
     DialogFilePicker filePicker;
@@ -48,6 +50,7 @@ int main(int argc, char* argv[])
     services.prompter = &prompter;
     services.random = &random;
     services.urlOpener = &urlOpener;
+    services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;
     services.filePicker = &filePicker;

@@ -12,6 +12,7 @@
 class Clock;
 class ColorPicker;
 class DatePicker;
+class ProcessLauncher;
 class FilePicker;
 class FontPicker;
 class HotKeyBackend;
@@ -31,6 +32,7 @@ struct AppServices
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
     UrlOpener* urlOpener = nullptr;
+    ProcessLauncher* launcher = nullptr;
     ColorPicker* colorPicker = nullptr;
     FontPicker* fontPicker = nullptr;
     FilePicker* filePicker = nullptr;

@@ -10,6 +10,7 @@
 #include <array>
 #include <memory>
 
+class AlarmEngine;
 class GlobalHotKeys;
 class HalvernCalendar;
 class LinkLabel;
@@ -101,6 +102,12 @@ public:
     // Reads the hot-key rows; raises DatabaseError when they cannot be read.
     void RegisterHotKeys();
 
+    // The alarm: the 30-second tick of Timer, and the call a window makes after it changed
+    // entries or settings, so that the next alarm is armed for its new moment.
+    void Timer_Timer();
+    void RearmAlarms();
+    AlarmEngine* alarms() const { return m_alarms; }
+
     HalvernCalendar* calendar() const { return m_calendar; }
     // The notes on the desktop and their saving.
     StickyNotes* stickyNotes() const { return m_notes; }
@@ -110,8 +117,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void AddTrayIcon();
@@ -124,6 +131,11 @@ private:
     // empty rather than showing another day's data, and the next tick of FollowClock tries again.
     void refreshView(bool wholeMonth);
     void ClearDayPanel();
+    void ElidePanelSubject(int row);
+    // Shrinks the design's fonts for this window only, as far as needed for the window to
+    // fit its screen: a huge font in a design row must not push the window off it.
+    void FitDesignToScreen();
+    void FixPanelRowHeights();
     // Keeps the grid's today on the clock's today without any input: at midnight, and
     // within a minute of a wake from sleep or a change of the clock.
     void FollowClock();
@@ -163,6 +175,7 @@ private:
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;
+    AlarmEngine* m_alarms = nullptr;
     HalvernCalendar* m_calendar = nullptr;
     std::array<QLabel*, PanelRows> LabTime{};
     std::array<LinkLabel*, PanelRows> LabYotei{};
@@ -178,6 +191,7 @@ private:
     // What each panel row shows (0 / "" when empty), for the click and drag handlers.
     std::array<int, PanelRows> m_panelEntryId{};
     std::array<QString, PanelRows> m_panelEntryData{};
+    std::array<QString, PanelRows> m_panelSubject{}; // whole, before eliding
     QColor m_labelForeColor;
     // What the panel shows now: a refresh for the same day over unchanged data is skipped
     // (turning a page refreshes the panel once from the month and once from the day).

@@ -43,6 +43,7 @@ bool FrmMain::runScheduleEditor(ScheduleHandOver& handOver)
     if (m_unloaded || !handOver.ScheduleSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+    RearmAlarms();
     if (handOver.PostRequested)
         NewStickyNoteFrom(handOver.PostText, handOver.PostColorIndex);
     return true;
@@ -59,6 +60,7 @@ bool FrmMain::runTaskEditor(TaskHandOver& handOver)
     if (m_unloaded || !handOver.TaskSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+    RearmAlarms();
     if (handOver.TaskPostRequested)
         NewStickyNoteFrom(handOver.TaskPostText, handOver.TaskPostColorIndex);
     return true;

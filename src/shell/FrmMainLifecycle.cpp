@@ -2,6 +2,7 @@
 // are started and stopped.
 #include "mainwindow/FrmMain.h"
 
+#include "alarms/AlarmEngine.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
@@ -125,6 +126,8 @@ bool FrmMain::Form_Load()
     // 8., 9.
     RunStep("transparency", [&] { ApplyTransparency(); });
     RunStep("design settings", [&] { ApplyDesignSettings(); });
+    // The placement was made for the last design and screen; all of the window stays on this one.
+    KeepOnScreen(*this);
 
     // 10.
     m_app.state.MainWindowIdle = true;
@@ -142,6 +145,9 @@ bool FrmMain::Form_Load()
     m_loading = false;
     m_today = m_app.clock->today();
     scheduleClockCheck();
+
+    // 15. The alarm timer.
+    m_alarms->start();
     return true;
 }
 
@@ -169,6 +175,9 @@ void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 
 void FrmMain::Form_Unload()
 {
+    // No alarm may run against a connection being closed.
+    m_alarms->stop();
+
     // A dialog still up when the session ends (logout, SIGTERM) ends as its Cancel would.
     // Its transaction goes first: closing the connection would otherwise roll the notes
     // written next back with it.
@@ -261,10 +270,4 @@ void FrmMain::closeEvent(QCloseEvent* event)
     m_unloaded = true;
     event->accept();
     QCoreApplication::quit();
-}
-
-void FrmMain::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    ApplyPendingOuterSize(*this);
 }

@@ -207,8 +207,8 @@ void TestNavigationLinks::jumpMenu()
     QFETCH(QDate, expected);
     TestEnvironment env;
     env.clock.current = QDateTime(today, QTime(9, 0));
-    StoreEntry(env.db(), Entry(1, QStringLiteral("A1"), expected.toString(QStringLiteral("yyyyMMdd")), QString(),
-                               QString(), QString(), QStringLiteral("行き先")));
+    const QString day = expected.toString(QStringLiteral("yyyyMMdd"));
+    StoreEntry(env.db(), Entry(1, QStringLiteral("A1"), day, QString(), day, QString(), QStringLiteral("行き先")));
     auto main = StartMainWindow(env);
     main->calendar()->setCurrentDate(selected);
 

@@ -39,7 +39,7 @@ FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour, int left 
 
 QAction* MenuEntry(FrmPost* note, const char* name)
 {
-    return note->menu()->findChild<QAction*>(QString::fromLatin1(name));
+    return Control<QAction>(note->menu(), name);
 }
 
 } // namespace
@@ -137,7 +137,7 @@ void TestStickyNotes::menuColourEntrySetsSlot()
     TestEnvironment env;
     StickyNotes notes(env.services);
     FrmPost* note = OpenNote(notes, QString(), index == 4 ? 1 : 4);
-    QMenu* colours = note->menu()->findChild<QMenu*>(QStringLiteral("MnuColor"));
+    QMenu* colours = Control<QMenu>(note->menu(), "MnuColor");
     QVERIFY(colours);
     QCOMPARE(colours->title(), QStringLiteral("色変更"));
     QAction* action = MenuEntry(note, entry.toLatin1().constData());

@@ -13,6 +13,7 @@ TestEnvironment::TestEnvironment(bool withDatabase)
     services.random = &random;
     services.datePicker = &datePicker;
     services.urlOpener = &urlOpener;
+    services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;
     services.filePicker = &filePicker;

@@ -6,6 +6,7 @@
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "common/UrlOpener.h"
+#include "support/FakeLauncher.h"
 #include "support/FakePickers.h"
 
 #include <QDateTime>
@@ -13,6 +14,7 @@
 #include <QTemporaryDir>
 
 #include <deque>
+#include <functional>
 #include <memory>
 
 class FakeClock final : public Clock
@@ -28,10 +30,14 @@ class FakePrompter final : public Prompter
 public:
     QList<Prompt> shown;
     std::deque<PromptAnswer> answers;
+    // Runs while the box would be open, as the user or another window might act then.
+    std::function<void(const Prompt&)> whileShown;
 
     PromptAnswer ask(QWidget*, const Prompt& prompt) override
     {
         shown.append(prompt);
+        if (whileShown)
+            whileShown(prompt);
         if (prompt.buttons == PromptButtons::Ok)
             return PromptAnswer::Ok;
         if (answers.empty())
@@ -110,6 +116,7 @@ public:
     FakeRandom random;
     FakeDatePicker datePicker;
     FakeUrlOpener urlOpener;
+    FakeLauncher launcher;
     FakeColorPicker colorPicker;
     FakeFontPicker fontPicker;
     FakeFilePicker filePicker;

@@ -10,6 +10,7 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTimer>
 
@@ -63,6 +64,12 @@ void StoreEntry(DatabaseConnection& db, const StoredEntry& e)
               {"UPDTIME", e.updTime}});
 }
 
+StoredEntry WithAlarm(StoredEntry entry)
+{
+    entry.alarm = QStringLiteral("1");
+    return entry;
+}
+
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey)
 {
     StoreRow(db, QStringLiteral("MSTCLASS"), {{"ID", id}, {"CLASS", name}, {"SORTKEY", sortKey}});
@@ -73,6 +80,17 @@ void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns)
     Columns all{{"CODE", code}};
     all += columns;
     StoreRow(db, QStringLiteral("TRNGENERAL"), all);
+}
+
+void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon, bool sound, const QString& soundFile)
+{
+    const auto set = [&db](int code, const QString& column, const QString& value) {
+        db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 = %2 WHERE CODE = %3").arg(column, value).arg(code));
+    };
+    set(304, QStringLiteral("DATAN1"), QString::number(advance));
+    set(314, QStringLiteral("DATAN1"), balloon ? QStringLiteral("1") : QStringLiteral("0"));
+    set(316, QStringLiteral("DATAN1"), sound ? QStringLiteral("1") : QStringLiteral("0"));
+    set(315, QStringLiteral("MEMO1"), QuoteText(soundFile));
 }
 
 QString Column(DatabaseConnection& db, int id, const char* column)
@@ -207,6 +225,9 @@ ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action) : m_state(std::ma
     timer->setInterval(5);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, action, state = m_state] {
         QPointer<QWidget> modal = QApplication::activeModalWidget();
+        // A pop-up date picker is answered like a dialog; a pop-up menu is MenuAnswer's.
+        if (!modal && !qobject_cast<QMenu*>(QApplication::activePopupWidget()))
+            modal = QApplication::activePopupWidget();
         if (!modal)
             return;
         timer->stop();
