@@ -55,7 +55,8 @@ class Desktop:
         self.processes = []
         read_fd, write_fd = os.pipe()
         xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", "1024x768x24",
-                                 "-nolisten", "tcp"], pass_fds=(write_fd,), stderr=subprocess.DEVNULL)
+                                 "-nolisten", "tcp"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL)
         self.processes.append(xvfb)
         os.close(write_fd)
         with os.fdopen(read_fd) as pipe:
@@ -67,7 +68,13 @@ class Desktop:
         os.environ["DISPLAY"] = self.env["DISPLAY"]
         self.start(["jwm"])
         self.start(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
-        wait_for("the window manager's tray", lambda: b"JWM" in self.run(["xwininfo", "-root", "-tree"]))
+        try:
+            # A loaded machine can take a while to bring the manager up.
+            wait_for("the window manager's tray", lambda: b"JWM" in self.run(["xwininfo", "-root", "-tree"]),
+                     timeout=3 * TIMEOUT)
+        except Failure:
+            self.stop()  # nothing of ours may outlive the run and hold the test's output open
+            raise
 
     def start(self, command):
         process = subprocess.Popen(command, env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -335,7 +342,11 @@ def main():
     if not os.environ.get("DBUS_SESSION_BUS_ADDRESS"):
         print("FAIL: run under a session bus (dbus-run-session)")
         return 1
-    desktop = Desktop()
+    try:
+        desktop = Desktop()
+    except Failure as failure:
+        print("FAIL:", failure)
+        return 1
     try:
         with tempfile.TemporaryDirectory() as folder:
             data_dir = os.path.join(folder, "data")
