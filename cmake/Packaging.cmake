@@ -9,7 +9,7 @@ set(CPACK_PACKAGE_NAME halvern-verdaly)
 set(CPACK_PACKAGE_VENDOR Halvern)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "month calendar that stays on the desktop (Japanese)")
-set(CPACK_PACKAGE_DESCRIPTION
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
     "A small month grid that lives on the desktop, with the selected day's schedules and\n"
     "tasks under it: classes, alarms, Japanese holidays, sticky notes, global hot keys,\n"
     "backup and restore. The user interface is in Japanese.")
