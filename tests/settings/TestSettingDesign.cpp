@@ -57,6 +57,7 @@ void TestSettingDesign::spotOffersWhatItHas_data()
     // clang-format off
     QTest::newRow("everything, plain") << "111" << "00" << "11|11111|11" << "Mincho";
     QTest::newRow("bold") << "111" << "10" << "11|11111|11" << "Mincho - 太字";
+    QTest::newRow("italic") << "111" << "01" << "11|11111|11" << "Mincho - 斜体";
     QTest::newRow("bold italic") << "111" << "11" << "11|11111|11" << "Mincho - 太字 斜体";
     QTest::newRow("text colour only") << "001" << "00" << "00|00000|11" << "IPAGothic - 太字";
     QTest::newRow("background only") << "100" << "11" << "11|00000|00" << "IPAGothic - 太字";

@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFontDatabase>
+#include <QLineEdit>
 #include <QtTest>
 
 class TestStore : public QObject
@@ -21,6 +22,7 @@ private slots:
     void quotedTextIsStoredIntact_data();
     void quotedTextIsStoredIntact();
     void selectComboByItemData();
+    void selectAllText();
     void jetRewrite_data();
     void jetRewrite();
     void scriptSplitting();
@@ -80,6 +82,15 @@ void TestStore::selectComboByItemData()
     QCOMPARE(combo.currentIndex(), -1);
     SelectComboByItemData(&combo, 99);
     QCOMPARE(combo.currentIndex(), -1);
+}
+
+void TestStore::selectAllText()
+{
+    QLineEdit box;
+    box.setText(QStringLiteral("2026/11/22"));
+    box.setCursorPosition(4);
+    SelectAllText(&box);
+    QCOMPARE(box.selectedText(), QStringLiteral("2026/11/22"));
 }
 
 void TestStore::jetRewrite_data()
