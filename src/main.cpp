@@ -1,3 +1,4 @@
+#include "common/AppInfo.h"
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
@@ -9,6 +10,7 @@
 #include "common/UrlOpener.h"
 #include "mainwindow/FrmMain.h"
 #include "platform/HotKeyBackendFactory.h"
+#include "shell/AutoStart.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
 #include "views/FrmDatePicker.h"
@@ -22,6 +24,9 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("halvern-verdaly"));
+    QApplication::setApplicationVersion(AppInfo::versionText());
+    // Ties the windows to the installed menu entry and its icon.
+    QApplication::setDesktopFileName(AppInfo::desktopId());
     // Closing the window may only hide it in the tray; the program ends through its own unload.
     QApplication::setQuitOnLastWindowClosed(false);
     RegisterFontSubstitutions();
@@ -79,6 +84,6 @@ int main(int argc, char* argv[])
             main.RequestShutdown(UnloadMode::AppWindows);
     });
 
-    main.show();
+    main.ShowAtStart(IsAutoStarted(QApplication::arguments()));
     return QApplication::exec();
 }

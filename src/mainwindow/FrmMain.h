@@ -52,6 +52,10 @@ public:
     void Form_QueryUnload(bool& cancel, UnloadMode mode);
     void Form_Unload();
 
+    // Shows the window, except for a start at login (--autostart) of a program set to stay
+    // resident: that one waits in the tray. With no tray to wait in, the window shows.
+    void ShowAtStart(bool autostarted);
+
     // Ends the program through the normal close path (exit menu, signals, session end).
     void RequestShutdown(UnloadMode mode);
     bool isUnloaded() const { return m_unloaded; }
@@ -121,6 +125,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // "常駐": the close box hides the window in the tray instead of ending the program.
+    bool residentOption();
     void AddTrayIcon();
     void RemoveTrayIcon();
     bool trayAvailable() const;
