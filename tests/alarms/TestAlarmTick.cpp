@@ -48,8 +48,6 @@ void TestAlarmTick::ringsOnceWhenDue_data()
     QTest::addColumn<bool>("rings");
 
     // clang-format off
-    QTest::newRow("advance 0, at the moment")   << "A3" << "20261122" << "10:30" << "20261122" << ""      << "" << 0  << At("10:30:00.000") << false;
-    QTest::newRow("advance 0, just after")      << "A3" << "20261122" << "10:30" << "20261122" << ""      << "" << 0  << At("10:30:00.001") << true;
     QTest::newRow("advance 15, at the moment")  << "A3" << "20261122" << "10:30" << "20261122" << ""      << "" << 15 << At("10:15:00.000") << false;
     QTest::newRow("advance 15, just after")     << "A3" << "20261122" << "10:30" << "20261122" << ""      << "" << 15 << At("10:15:00.001") << true;
     QTest::newRow("A2 is date-only")            << "A2" << "20261122" << ""      << "20261122" << "17:00" << "" << 0  << At("00:00:00.001") << true;
