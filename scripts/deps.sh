@@ -11,7 +11,7 @@ VERDALY_PACKAGES=(
     desktop-file-utils appstream librsvg2-bin
     fonts-ipafont-gothic
     xvfb xauth x11-utils xdotool imagemagick jwm xcompmgr
-    dbus dunst
+    dbus dunst at-spi2-core python3-pyatspi
 )
 
 missing=()

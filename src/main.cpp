@@ -7,6 +7,7 @@
 #include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "common/UrlOpener.h"
 #include "mainwindow/FrmMain.h"
 #include "platform/HotKeyBackendFactory.h"
 #include "shell/AutoStart.h"
@@ -40,6 +41,7 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    DesktopUrlOpener urlOpener;
     SystemProcessLauncher launcher;
     DialogColorPicker colorPicker;
     DialogFontPicker fontPicker;
@@ -47,10 +49,12 @@ int main(int argc, char* argv[])
     const std::unique_ptr<HotKeyBackend> hotKeys = CreateHotKeyBackend();
 
     AppServices services;
+    services.programDir = QApplication::applicationDirPath();
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.urlOpener = &urlOpener;
     services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;

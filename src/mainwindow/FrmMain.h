@@ -1,7 +1,10 @@
 #pragma once
 
+#include "mainwindow/MainMenus.h"
+
 #include <QColor>
 #include <QDate>
+#include <QSystemTrayIcon>
 #include <QWidget>
 
 #include <array>
@@ -13,7 +16,6 @@ class HalvernCalendar;
 class LinkLabel;
 class QFrame;
 class QLabel;
-class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
 class StickyNotes;
@@ -145,6 +147,25 @@ private:
     void FollowClock();
     void scheduleClockCheck();
     void setAlwaysOnTop(bool onTop);
+    // The menus, the links, the panel's entry labels and the tray (FrmMainMenus.cpp).
+    void buildMenus();
+    void wireTrayIcon();
+    // Pops the menu up under the control and answers the word its chosen item left.
+    QString popUp(QMenu* menu, QWidget* under);
+    void LabMenu_Click();
+    void LabJump_Click();
+    void LabScaedule_Click();
+    void LabMore_Click();
+    void LabHelp_Click();
+    void MnuToday_Click();
+    void MnuMonth_Click(int month);
+    void LabYotei_Click(int index);
+    void LabYotei_MouseDown(int index);
+    void deletePanelEntry(int index);
+    void TrayIcon_Activated(QSystemTrayIcon::ActivationReason reason);
+    void OpenOnlineHelp();
+    void OpenVersion();
+
     // The editors as the main window opens them: busy while they are up; after a save
     // the marks and the panel follow and a requested sticky note opens. Answer whether
     // the editor saved.
@@ -170,6 +191,8 @@ private:
     LinkLabel* LabJump = nullptr;
     LinkLabel* LabScaedule = nullptr;
     LinkLabel* LabHelp = nullptr;
+
+    MainMenus m_menus;
 
     // What each panel row shows (0 / "" when empty), for the click and drag handlers.
     std::array<int, PanelRows> m_panelEntryId{};

@@ -246,6 +246,7 @@ void FrmMain::AddTrayIcon()
     m_tray = new QSystemTrayIcon(AppIcon(), this);
     m_tray->setObjectName(QStringLiteral("TrayIcon"));
     m_tray->setToolTip(AppInfo::trayTip());
+    wireTrayIcon();
     m_tray->show();
 }
 
