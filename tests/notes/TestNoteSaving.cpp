@@ -1,9 +1,7 @@
-#include "TestNoteSaving.h"
-
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QPlainTextEdit>
 #include <QtTest>
@@ -13,17 +11,9 @@ namespace {
 // Longer than any save delay, so a check after it sees whatever the autosave would write.
 constexpr int SaveWaitMs = StickyNotes::SaveDelayMs * 3;
 
-FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour)
-{
-    StickyNoteSlot& handOver = notes.app().state.StickyNotes[0];
-    handOver.text = text;
-    handOver.colorIndex = colour;
-    return notes.NewStickyNote();
-}
-
 void Type(FrmPost* note, const QString& text)
 {
-    note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->setPlainText(text);
+    Control<QPlainTextEdit>(note, "TxtPost")->setPlainText(text);
 }
 
 Row NoteRow(TestEnvironment& env, int slot)
@@ -40,14 +30,24 @@ QString Memo(TestEnvironment& env, int slot)
 
 } // namespace
 
+class TestNoteSaving final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void textStoredIntact_data();
+    void textStoredIntact();
+    void exitMarksOpenRowsOnly();
+    void closedNoteKeepsItsPlace();
+    void autosaveWaitsForDialogTransaction();
+    void nothingWrittenAfterRestore();
+    void exitDuringDialogStillSavesNotes();
+};
+
 void TestNoteSaving::cleanup()
 {
-    QList<FrmPost*> notes;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* note = qobject_cast<FrmPost*>(widget))
-            notes << note;
-    }
-    qDeleteAll(notes);
+    CloseStickyNoteWindows();
 }
 
 void TestNoteSaving::textStoredIntact_data()
@@ -74,7 +74,7 @@ void TestNoteSaving::textStoredIntact()
     QFETCH(bool, atExit);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    Type(OpenNote(notes, QString(), 4), text);
+    Type(OpenStickyNote(notes, QString(), 4), text);
     if (atExit)
         notes.SaveAtExit();
     else
@@ -90,7 +90,7 @@ void TestNoteSaving::exitMarksOpenRowsOnly()
     StickyNotes notes(env.services);
     QList<FrmPost*> open;
     for (int i = 1; i <= 5; ++i)
-        open << OpenNote(notes, QStringLiteral("note %1").arg(i), i);
+        open << OpenStickyNote(notes, QStringLiteral("note %1").arg(i), i);
     for (int peeled : {1, 3, 4})
         open[peeled - 1]->MnuClose_Click();
     notes.SaveAtExit();
@@ -115,7 +115,7 @@ void TestNoteSaving::closedNoteKeepsItsPlace()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("to be peeled"), 5);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("to be peeled"), 5);
     note->move(240, 120);
     QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
     QCOMPARE(NoteRow(env, 1).number(QStringLiteral("DATAN2")), 240 * 15);
@@ -140,7 +140,7 @@ void TestNoteSaving::autosaveWaitsForDialogTransaction()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), 1);
+    FrmPost* note = OpenStickyNote(notes, QString(), 1);
     QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
 
     // A dialog holds its transaction while the user types into the note.
@@ -162,7 +162,7 @@ void TestNoteSaving::nothingWrittenAfterRestore()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("before"), 1);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("before"), 1);
     QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
     // The restored file says something else about slot 1; this run must leave it so.
     env.db().ExecuteSql(
@@ -180,7 +180,7 @@ void TestNoteSaving::exitDuringDialogStillSavesNotes()
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
-    FrmPost* note = OpenNote(*main.stickyNotes(), QStringLiteral("ログアウト直前のメモ"), 6);
+    FrmPost* note = OpenStickyNote(*main.stickyNotes(), QStringLiteral("ログアウト直前のメモ"), 6);
     QVERIFY(note);
     // The session ends while a dialog still holds its transaction.
     env.db().BeginTrans();
@@ -193,3 +193,6 @@ void TestNoteSaving::exitDuringDialogStillSavesNotes()
     QCOMPARE(row.text(QStringLiteral("MEMO1")), QStringLiteral("ログアウト直前のメモ"));
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = 'dialog work'")), 0);
 }
+
+VERDALY_TEST(TestNoteSaving)
+#include "TestNoteSaving.moc"

@@ -1,9 +1,7 @@
-#include "TestStickyNotes.h"
-
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -11,31 +9,34 @@
 
 namespace {
 
-FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour, int left = 0, int top = 0)
-{
-    StickyNoteSlot& handOver = notes.app().state.StickyNotes[0];
-    handOver.text = text;
-    handOver.colorIndex = colour;
-    handOver.left = left;
-    handOver.top = top;
-    return notes.NewStickyNote();
-}
-
 QAction* MenuEntry(FrmPost* note, const char* name)
 {
-    return note->menu()->findChild<QAction*>(QString::fromLatin1(name));
+    return Control<QAction>(note->menu(), name);
 }
 
 } // namespace
 
+class TestStickyNotes final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void thirtyFirstNoteRefusedAndFreedSlotReused();
+    void colourIndexShown_data();
+    void colourIndexShown();
+    void menuColourEntrySetsSlot_data();
+    void menuColourEntrySetsSlot();
+    void handOverPlace_data();
+    void handOverPlace();
+    void dragMovesNoteWithoutSelecting();
+    void mainWindowEmptyNote_data();
+    void mainWindowEmptyNote();
+};
+
 void TestStickyNotes::cleanup()
 {
-    QList<FrmPost*> notes;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* note = qobject_cast<FrmPost*>(widget))
-            notes << note;
-    }
-    qDeleteAll(notes);
+    CloseStickyNoteWindows();
 }
 
 void TestStickyNotes::thirtyFirstNoteRefusedAndFreedSlotReused()
@@ -44,21 +45,21 @@ void TestStickyNotes::thirtyFirstNoteRefusedAndFreedSlotReused()
     StickyNotes notes(env.services);
     QList<FrmPost*> open;
     for (int i = 1; i <= 30; ++i) {
-        FrmPost* note = OpenNote(notes, QStringLiteral("note %1").arg(i), 1);
+        FrmPost* note = OpenStickyNote(notes, QStringLiteral("note %1").arg(i), 1);
         QVERIFY(note);
         QCOMPARE(note->slot(), i);
         open << note;
     }
     QVERIFY(env.prompter.shown.isEmpty());
 
-    QCOMPARE(OpenNote(notes, QStringLiteral("one too many"), 2), nullptr);
+    QCOMPARE(OpenStickyNote(notes, QStringLiteral("one too many"), 2), nullptr);
     QCOMPARE(env.prompter.texts(), QStringList{QStringLiteral("これ以上付箋を表示することはできません。")});
     QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Warning);
 
     open[6]->MnuClose_Click();
     QTest::qWait(0);
     QVERIFY(!env.services.state.StickyNotes[7].inUse);
-    FrmPost* again = OpenNote(notes, QStringLiteral("in the gap"), 3);
+    FrmPost* again = OpenStickyNote(notes, QStringLiteral("in the gap"), 3);
     QVERIFY(again);
     QCOMPARE(again->slot(), 7);
     QCOMPARE(env.services.state.StickyNotes[7].text, QStringLiteral("in the gap"));
@@ -90,12 +91,12 @@ void TestStickyNotes::colourIndexShown()
     QFETCH(QString, checkedEntry);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), index);
-    QCOMPARE(note->findChild<NoteShape*>(QStringLiteral("ShpColor"))->color(), shown);
+    FrmPost* note = OpenStickyNote(notes, QString(), index);
+    QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), shown);
     QVERIFY(MenuEntry(note, checkedEntry.toLatin1().constData())->isChecked());
     // Whatever the colour, the text stays dark on a light paper.
     const QColor paper = note->palette().color(QPalette::Window);
-    const QColor ink = note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->palette().color(QPalette::Text);
+    const QColor ink = Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text);
     QVERIFY2(paper.lightness() - ink.lightness() > 120, qPrintable(paper.name() + QLatin1Char('/') + ink.name()));
 }
 
@@ -120,9 +121,8 @@ void TestStickyNotes::menuColourEntrySetsSlot()
     QFETCH(int, index);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), index == 4 ? 1 : 4);
-    QMenu* colours = note->menu()->findChild<QMenu*>(QStringLiteral("MnuColor"));
-    QVERIFY(colours);
+    FrmPost* note = OpenStickyNote(notes, QString(), index == 4 ? 1 : 4);
+    QMenu* colours = Control<QMenu>(note->menu(), "MnuColor");
     QCOMPARE(colours->title(), QStringLiteral("色変更"));
     QAction* action = MenuEntry(note, entry.toLatin1().constData());
     QVERIFY(colours->actions().contains(action));
@@ -153,7 +153,7 @@ void TestStickyNotes::handOverPlace()
     QFETCH(QPoint, place);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("場所"), 2, left, top);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("場所"), 2, left, top);
     QCOMPARE(note->testAttribute(Qt::WA_Moved), moved);
     if (moved) {
         QCOMPARE(note->pos(), place);
@@ -166,9 +166,9 @@ void TestStickyNotes::dragMovesNoteWithoutSelecting()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("drag me by the text"), 6, 1500, 1500);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("drag me by the text"), 6, 1500, 1500);
     QVERIFY(QTest::qWaitForWindowExposed(note));
-    auto* text = note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"));
+    auto* text = Control<QPlainTextEdit>(note, "TxtPost");
     QWidget* viewport = text->viewport();
     const QPoint start(20, 10);
     // The pointer's path on the screen; the note under it moves along.
@@ -215,6 +215,9 @@ void TestStickyNotes::mainWindowEmptyNote()
     auto* note = qobject_cast<FrmPost*>(slot.window.data());
     QVERIFY(note);
     QCOMPARE(note->colorIndex(), colour);
-    QCOMPARE(note->findChild<QPlainTextEdit*>(QStringLiteral("TxtPost"))->toPlainText(), QString());
+    QCOMPARE(Control<QPlainTextEdit>(note, "TxtPost")->toPlainText(), QString());
     main.Form_Unload();
 }
+
+VERDALY_TEST(TestStickyNotes)
+#include "TestStickyNotes.moc"
