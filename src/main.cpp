@@ -21,6 +21,13 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     RegisterFontSubstitutions();
 
+    // A mistyped command line must not quietly fall back to another data folder.
+    const QString usageError = CommandLineError(QApplication::arguments());
+    if (!usageError.isEmpty()) {
+        std::fprintf(stderr, "verdaly: %s\n%s\n", qUtf8Printable(usageError), qUtf8Printable(CommandLineUsage()));
+        return 2;
+    }
+
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
@@ -33,13 +40,14 @@ int main(int argc, char* argv[])
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {
-        prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。"), PromptIcon::Critical);
+        const QString dir = IntendedDataDir(QApplication::arguments(), QApplication::applicationDirPath());
+        prompter.inform(nullptr, QStringLiteral("データフォルダを作成できません。\n") + dir, PromptIcon::Critical);
         return 1;
     }
 
     FrmMain main(services);
     if (!main.Form_Load())
-        return 0;
+        return main.loadExitCode();
 
     // Being told to stop, or the desktop session ending, is an orderly shutdown: the notes
     // and the placement are saved exactly as for the exit menu.

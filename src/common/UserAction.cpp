@@ -5,7 +5,7 @@
 #include "store/DatabaseError.h"
 #include "store/StoreLog.h"
 
-bool RunUserAction(AppServices& app, QWidget* parent, const std::function<void()>& action)
+bool RunUserAction(AppServices& app, QWidget* parent, const std::function<void()>& action, bool report)
 {
     const int depth = app.db().transactionDepth();
     try {
@@ -14,7 +14,7 @@ bool RunUserAction(AppServices& app, QWidget* parent, const std::function<void()
     } catch (const DatabaseError& error) {
         qCWarning(lcStore) << "user action failed:" << error.engineMessage() << error.sql();
         app.db().RollbackTo(depth);
-        if (app.prompter) {
+        if (report && app.prompter) {
             app.prompter->inform(parent, QStringLiteral("データベースの処理に失敗しました。\n") + error.engineMessage(),
                                  PromptIcon::Critical);
         }

@@ -46,6 +46,10 @@ void FrmMain::buildControls()
     Timer = new QTimer(this);
     Timer->setObjectName(QStringLiteral("Timer"));
     Timer->setInterval(30000);
+    m_clockTimer = new QTimer(this);
+    m_clockTimer->setObjectName(QStringLiteral("ClockTimer"));
+    m_clockTimer->setSingleShot(true);
+    connect(m_clockTimer, &QTimer::timeout, this, &FrmMain::FollowClock);
 
     m_calendar = new HalvernCalendar(this);
     m_calendar->setObjectName(QStringLiteral("HalvernCalendar"));
@@ -113,14 +117,66 @@ void FrmMain::onDayChanged()
 {
     if (m_loading)
         return;
-    RunUserAction(m_app, this, [this] { RefreshDayPanel(); });
+    // The month refresh that came just before for this very day has failed already: a
+    // second wait for the same lock would only keep the user waiting twice.
+    if (m_viewStale && m_staleDay == m_calendar->CurrentDate())
+        return;
+    refreshView(false);
 }
 
 void FrmMain::onMonthChanged()
 {
     if (m_loading)
         return;
-    RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+    refreshView(true);
+}
+
+void FrmMain::refreshView(bool wholeMonth)
+{
+    const bool ok = RunUserAction(
+        m_app, this,
+        [this, wholeMonth] {
+            if (wholeMonth || m_viewStale)
+                RefreshMonthMarks();
+            else
+                RefreshDayPanel();
+        },
+        !m_staleReported);
+    if (ok) {
+        m_viewStale = false;
+        m_staleReported = false;
+        return;
+    }
+    ClearDayPanel();
+    m_viewStale = true;
+    m_staleReported = true;
+    m_staleDay = m_calendar->CurrentDate();
+}
+
+void FrmMain::scheduleClockCheck()
+{
+    if (!m_app.clock)
+        return;
+    const QDateTime now = m_app.clock->now();
+    const qint64 toMidnight = now.msecsTo(QDateTime(now.date().addDays(1), QTime(0, 0)));
+    // Never longer than a minute: a timer does not count the time the machine slept.
+    m_clockTimer->start(static_cast<int>(qBound(qint64(50), toMidnight + 50, qint64(60000))));
+}
+
+void FrmMain::FollowClock()
+{
+    const QDate today = m_app.clock ? m_app.clock->today() : QDate();
+    if (today.isValid() && today != m_today) {
+        const QDate previous = m_today;
+        m_today = today;
+        // A selection that was on today moves with it (to the next month at a month's end).
+        if (m_calendar->CurrentDate() == previous)
+            m_calendar->setCurrentDate(today);
+        m_calendar->update();
+    }
+    if (m_viewStale)
+        refreshView(true);
+    scheduleClockCheck();
 }
 
 void FrmMain::mouseMoveEvent(QMouseEvent* event)

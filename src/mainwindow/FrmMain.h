@@ -40,9 +40,11 @@ public:
     explicit FrmMain(AppServices& app, QWidget* parent = nullptr);
     ~FrmMain() override;
 
-    // Start-up (FrmMainLifecycle.cpp). Answers false when another copy is already running
-    // (the user has been told; the caller ends the program without showing anything).
+    // Start-up (FrmMainLifecycle.cpp). Answers false when the program cannot start: another
+    // copy is running, or the data folder or the database is unusable. The user has been
+    // told; the caller ends the program with loadExitCode() without showing anything.
     bool Form_Load();
+    int loadExitCode() const { return m_loadExitCode; }
     void Form_QueryUnload(bool& cancel, UnloadMode mode);
     void Form_Unload();
 
@@ -114,6 +116,14 @@ private:
     void buildControls();
     void onDayChanged();
     void onMonthChanged();
+    // Runs a refresh of the grid (wholeMonth) or of the panel; a failure leaves the view
+    // empty rather than showing another day's data, and the next tick of FollowClock tries again.
+    void refreshView(bool wholeMonth);
+    void ClearDayPanel();
+    // Keeps the grid's today on the clock's today without any input: at midnight, and
+    // within a minute of a wake from sleep or a change of the clock.
+    void FollowClock();
+    void scheduleClockCheck();
     void setAlwaysOnTop(bool onTop);
     // The editors as the main window opens them: busy while they are up; after a save
     // the marks and the panel follow and a requested sticky note opens. Answer whether
@@ -155,6 +165,16 @@ private:
         }
     };
     PanelKey m_panelShown;
+
+    bool openDatabase();
+    bool refuseStart(const QString& message, int exitCode);
+    int m_loadExitCode = 0;
+
+    QTimer* m_clockTimer = nullptr;
+    QDate m_today;
+    bool m_viewStale = false;
+    bool m_staleReported = false;
+    QDate m_staleDay;
 
     bool m_loading = false;
     UnloadMode m_pendingMode = UnloadMode::FormControlMenu;

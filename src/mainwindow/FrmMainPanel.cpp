@@ -47,8 +47,9 @@ void FrmMain::RefreshMonthMarks()
     const QDate first = m_calendar->FirstShownDate();
     const QDate last = m_calendar->LastShownDate();
 
-    const Rows entries = db.ReadRows(MonthQuerySql(first, last));
+    // Cleared before the read: if the read fails, no marks of another month stay behind.
     m_calendar->ClearEntryMarks();
+    const Rows entries = db.ReadRows(MonthQuerySql(first, last));
     for (const Row& entry : entries) {
         for (const QDate& day : EntryMarkDates(entry, first, last))
             m_calendar->MarkEntryDay(day);
@@ -60,8 +61,8 @@ void FrmMain::RefreshMonthMarks()
 void FrmMain::MarkDayOffs()
 {
     const QDate current = m_calendar->CurrentDate();
-    const Rows dayOffs = m_app.db().ReadRows(DayOffQuerySql(current.month()));
     m_calendar->ClearDayOffMarks();
+    const Rows dayOffs = m_app.db().ReadRows(DayOffQuerySql(current.month()));
     for (const Row& row : dayOffs) {
         const QDate day =
             DayOffDate(current.year(), row.number(QStringLiteral("DATAN1")), row.number(QStringLiteral("DATAN2")));
@@ -77,17 +78,8 @@ void FrmMain::RefreshDayPanel()
     const PanelKey key{db.connectionId(), db.writeGeneration(), day};
     if (key == m_panelShown && !key.connection.isEmpty())
         return;
-    m_panelShown = PanelKey{};
+    ClearDayPanel();
     const Rows entries = db.ReadRows(DayQuerySql(day));
-
-    LabMore->hide();
-    for (size_t i = 0; i < PanelRows; ++i) {
-        LabTime[i]->clear();
-        LabYotei[i]->clear();
-        LabYotei[i]->setToolTip(QString());
-        m_panelEntryId[i] = 0;
-        m_panelEntryData[i].clear();
-    }
     size_t n = 0;
     for (const Row& entry : entries) {
         if (n >= PanelRows) {
@@ -104,6 +96,19 @@ void FrmMain::RefreshDayPanel()
     }
     setWindowTitle(DateCaption(day));
     m_panelShown = key;
+}
+
+void FrmMain::ClearDayPanel()
+{
+    m_panelShown = PanelKey{};
+    LabMore->hide();
+    for (size_t i = 0; i < PanelRows; ++i) {
+        LabTime[i]->clear();
+        LabYotei[i]->clear();
+        LabYotei[i]->setToolTip(QString());
+        m_panelEntryId[i] = 0;
+        m_panelEntryData[i].clear();
+    }
 }
 
 void FrmMain::ApplyTransparency()

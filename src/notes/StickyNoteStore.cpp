@@ -64,7 +64,7 @@ void SaveStickyNotes(DatabaseConnection& db, StickyNoteSlots& noteSlots)
     WriteRows(db, noteSlots, open);
 }
 
-void LoadStickyNotePositions(DatabaseConnection& db, StickyNoteSlots& noteSlots)
+void LoadStickyNoteSlots(DatabaseConnection& db, StickyNoteSlots& noteSlots)
 {
     const Rows rows = db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1"));
     for (const Row& row : rows) {
@@ -74,5 +74,10 @@ void LoadStickyNotePositions(DatabaseConnection& db, StickyNoteSlots& noteSlots)
         StickyNoteSlot& slot = noteSlots[static_cast<size_t>(index)];
         slot.left = static_cast<int>(row.number(QStringLiteral("DATAN2")));
         slot.top = static_cast<int>(row.number(QStringLiteral("DATAN3")));
+        if (row.text(QStringLiteral("DATAS3")) == QLatin1String("1") && !slot.window) {
+            slot.inUse = true;
+            slot.text = row.text(QStringLiteral("MEMO1"));
+            slot.colorIndex = row.text(QStringLiteral("DATAS2")).toInt();
+        }
     }
 }

@@ -22,5 +22,8 @@ void WriteStickyNotes(DatabaseConnection& db, const StickyNoteSlots& noteSlots);
 // its slot), then writes all 30 rows with the notes that were open marked open.
 void SaveStickyNotes(DatabaseConnection& db, StickyNoteSlots& noteSlots);
 
-// Reads each slot's last position, so that a slot that stays closed keeps it at exit.
-void LoadStickyNotePositions(DatabaseConnection& db, StickyNoteSlots& noteSlots);
+// Reads each slot's last position, so that a slot that stays closed keeps it at exit, and
+// puts each note that was open at the last exit (DATAS3 '1') back in its slot with its
+// colour and text, marked open, for ReopenStickyNotes to show. Without this the exit
+// would write those notes back as closed and empty.
+void LoadStickyNoteSlots(DatabaseConnection& db, StickyNoteSlots& noteSlots);

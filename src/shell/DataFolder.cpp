@@ -20,17 +20,48 @@ QString DataDirArgument(const QStringList& arguments)
     return {};
 }
 
-QString ResolveDataDir(const QStringList& arguments, const QString& executableDir)
+QString CommandLineError(const QStringList& arguments)
+{
+    const QString option = QStringLiteral("--data-dir");
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString& arg = arguments.at(i);
+        if (arg == option) {
+            // A folder may not look like an option: "--data-dir --x" is a forgotten value.
+            if (i + 1 >= arguments.size() || arguments.at(i + 1).isEmpty() ||
+                arguments.at(i + 1).startsWith(QLatin1Char('-')))
+                return QStringLiteral("--data-dir にフォルダが指定されていません。");
+            ++i;
+        } else if (arg.startsWith(option + QLatin1Char('='))) {
+            if (arg.size() == option.size() + 1)
+                return QStringLiteral("--data-dir にフォルダが指定されていません。");
+        } else {
+            return QStringLiteral("不明な引数です: ") + arg;
+        }
+    }
+    return {};
+}
+
+QString CommandLineUsage()
+{
+    return QStringLiteral("使い方: verdaly [--data-dir フォルダ]");
+}
+
+QString IntendedDataDir(const QStringList& arguments, const QString& executableDir)
 {
     QString dir = DataDirArgument(arguments);
     if (dir.isEmpty() && QFileInfo(QDir(executableDir).filePath(AppInfo::databaseFileName())).isFile())
         dir = executableDir;
     if (dir.isEmpty())
         dir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    dir = QDir(dir).absolutePath();
+    return QDir::cleanPath(QDir(dir).absolutePath());
+}
+
+QString ResolveDataDir(const QStringList& arguments, const QString& executableDir)
+{
+    const QString dir = IntendedDataDir(arguments, executableDir);
     if (!QDir().mkpath(dir)) {
         qCWarning(lcShell) << "cannot create the data folder" << dir;
         return {};
     }
-    return QDir::cleanPath(dir);
+    return dir;
 }

@@ -19,8 +19,10 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 namespace {
 
@@ -39,30 +41,76 @@ template <typename Step> void RunStep(const char* name, Step&& step)
 
 } // namespace
 
+bool FrmMain::refuseStart(const QString& message, int exitCode)
+{
+    m_app.prompter->inform(nullptr, message, PromptIcon::Critical);
+    m_app.connection.reset();
+    if (m_instance)
+        m_instance->release();
+    m_instance.reset();
+    m_loadExitCode = exitCode;
+    return false;
+}
+
+// Opens the data folder's database, first building it when there is none. Every way this
+// can fail is told to the user by name, and a file that is there is never written to.
+bool FrmMain::openDatabase()
+{
+    const QString path = m_app.databasePath();
+    const QFileInfo file(path);
+    // An empty file is what a crash during the very first start leaves: no data to keep.
+    if (!file.exists() || (file.isFile() && file.size() == 0)) {
+        QString error;
+        if (file.exists())
+            QFile::remove(path);
+        if (!CreateStartingDatabase(path, &error)) {
+            return refuseStart(QStringLiteral("データベースファイルを作成できません。\n%1\n%2").arg(path, error), 1);
+        }
+    } else if (!file.isFile()) {
+        return refuseStart(QStringLiteral("データベースファイルがファイルではありません。\n%1").arg(path), 1);
+    }
+    m_app.connection = OpenDatabaseConnection(path, QString());
+    switch (m_app.connection->openFailure()) {
+    case DatabaseConnection::OpenFailure::None:
+        return true;
+    case DatabaseConnection::OpenFailure::NotADatabase:
+        return refuseStart(
+            QStringLiteral(
+                "データベースファイルを読み込めません。このプログラムのデータベースではないか、壊れています。\n%1")
+                .arg(path),
+            1);
+    case DatabaseConnection::OpenFailure::Locked:
+        return refuseStart(QStringLiteral("データベースファイルが他のプログラムに使用されています。\n%1\n"
+                                          "そのプログラムを終了してから、もう一度起動してください。")
+                               .arg(path),
+                           1);
+    case DatabaseConnection::OpenFailure::Missing:
+    case DatabaseConnection::OpenFailure::Other:
+        break;
+    }
+    return refuseStart(
+        QStringLiteral("データベースファイルを開けません。\n%1\n%2").arg(path, m_app.connection->openError()), 1);
+}
+
 bool FrmMain::Form_Load()
 {
     // 1. A second copy on the same data folder refuses to start.
     m_instance = std::make_unique<SingleInstance>(m_app.lockPath());
     if (!m_instance->tryAcquire()) {
-        m_app.prompter->inform(nullptr, QStringLiteral("既に起動されています。"), PromptIcon::Critical);
-        m_instance.reset();
-        return false;
+        if (m_instance->failure() == SingleInstance::Failure::FolderNotWritable)
+            return refuseStart(QStringLiteral("データフォルダに書き込めません。\n") + m_app.dataDir, 1);
+        return refuseStart(QStringLiteral("既に起動されています。"), 0);
     }
 
     // 2.
     m_app.state.RestoreDone = false;
 
+    // 4. (before the tray icon, so a start that cannot open its data leaves no trace)
+    if (!openDatabase())
+        return false;
+
     // 3.
     AddTrayIcon();
-
-    // 4. Open the database, first building it when the data folder has none.
-    const QString path = m_app.databasePath();
-    if (!QFileInfo::exists(path)) {
-        QString error;
-        if (!CreateStartingDatabase(path, &error))
-            qCWarning(lcShell) << "cannot create the database:" << error;
-    }
-    m_app.connection = OpenDatabaseConnection(path, QString());
 
     // 5.
     RunStep("version upgrade", [&] { CheckDatabaseVersion(m_app.db(), *m_app.clock); });
@@ -71,7 +119,7 @@ bool FrmMain::Form_Load()
     RestoreWindowPlacement(*this, m_app.iniPath(), PlacementSection);
 
     // 7. The notes that were open at the last exit reopen; a closed slot keeps its place.
-    RunStep("sticky notes", [&] { LoadStickyNotePositions(m_app.db(), m_app.state.StickyNotes); });
+    RunStep("sticky notes", [&] { LoadStickyNoteSlots(m_app.db(), m_app.state.StickyNotes); });
     RunStep("reopening sticky notes", [&] { m_notes->ReopenStickyNotes(); });
 
     // 8., 9.
@@ -91,6 +139,8 @@ bool FrmMain::Form_Load()
     RunStep("day panel", [&] { RefreshDayPanel(); });
     RunStep("month marks", [&] { RefreshMonthMarks(); });
     m_loading = false;
+    m_today = m_app.clock->today();
+    scheduleClockCheck();
     return true;
 }
 
@@ -140,6 +190,8 @@ void FrmMain::Form_Unload()
 
     // 5.
     RemoveTrayIcon();
+
+    m_clockTimer->stop();
 
     if (m_instance)
         m_instance->release();

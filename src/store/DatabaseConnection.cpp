@@ -37,17 +37,24 @@ DatabaseConnection::DatabaseConnection(const QString& path, OpenMode mode)
 {
     if (mode == OpenMode::ExistingOnly && !QFileInfo(path).isFile()) {
         m_openError = QStringLiteral("database file not found: %1").arg(path);
+        m_openFailure = OpenFailure::Missing;
         qCWarning(lcStore) << m_openError;
         return;
     }
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
     db.setDatabaseName(path);
+    // A lock held by another program is waited for, but only briefly: the user is waiting too.
+    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeoutMs));
     if (!db.open()) {
         m_openError = EngineMessage(db.lastError());
+        m_openFailure = OpenFailure::Other;
         qCWarning(lcStore) << "cannot open" << path << m_openError;
         return;
     }
     m_open = true;
+    probe();
+    if (!m_open)
+        return;
     // The default rollback journal keeps the data in one self-contained file that a
     // byte copy always captures whole; FULL makes every commit durable.
     execControl(QStringLiteral("PRAGMA synchronous=FULL"));
@@ -59,6 +66,34 @@ DatabaseConnection::DatabaseConnection(const QString& path, OpenMode mode)
 DatabaseConnection::~DatabaseConnection()
 {
     Close();
+}
+
+// The engine opens a file lazily: a file that is not a database, or one another program
+// holds locked, only shows at the first read. Reading the schema finds both without
+// writing a byte.
+void DatabaseConnection::probe()
+{
+    sqlite3* handle = nativeHandle();
+    const int rc = sqlite3_exec(handle, "SELECT COUNT(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK)
+        return;
+    m_openError = QString::fromUtf8(sqlite3_errmsg(handle));
+    switch (rc & 0xff) {
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        m_openFailure = OpenFailure::NotADatabase;
+        break;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        m_openFailure = OpenFailure::Locked;
+        break;
+    default:
+        m_openFailure = OpenFailure::Other;
+        break;
+    }
+    qCWarning(lcStore) << "cannot read" << m_path << m_openError;
+    QSqlDatabase::database(m_connectionName, false).close();
+    m_open = false;
 }
 
 void DatabaseConnection::Close()

@@ -22,6 +22,17 @@ public:
         ExistingOnly,
         CreateIfMissing,
     };
+    // Why an open failed, so the start-up can tell the user what is wrong with the file.
+    enum class OpenFailure
+    {
+        None,
+        Missing,
+        NotADatabase, // not an SQLite file at all, or a damaged one
+        Locked,       // another program holds it locked for longer than BusyTimeoutMs
+        Other,
+    };
+    // How long a statement waits for another program's lock before it fails.
+    static constexpr int BusyTimeoutMs = 2500;
 
     explicit DatabaseConnection(const QString& path, OpenMode mode = OpenMode::ExistingOnly);
     ~DatabaseConnection();
@@ -32,6 +43,7 @@ public:
     const QString& path() const { return m_path; }
     // Why the open failed, for the log; empty when it succeeded.
     const QString& openError() const { return m_openError; }
+    OpenFailure openFailure() const { return m_openFailure; }
 
     // A fully read, disconnected snapshot of the result.
     Rows ReadRows(const QString& sql);
@@ -55,11 +67,13 @@ public:
 
 private:
     void execControl(const QString& sql);
+    void probe();
     sqlite3* nativeHandle() const;
 
     QString m_path;
     QString m_connectionName;
     QString m_openError;
+    OpenFailure m_openFailure = OpenFailure::None;
     bool m_open = false;
     int m_depth = 0;
     quint64 m_writeGeneration = 0;
