@@ -1,9 +1,12 @@
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
+#include "common/HotKeyBackend.h"
+#include "common/Pickers.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "mainwindow/FrmMain.h"
+#include "platform/HotKeyBackendFactory.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
 #include "views/FrmDatePicker.h"
@@ -31,12 +34,20 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    DialogColorPicker colorPicker;
+    DialogFontPicker fontPicker;
+    DialogFilePicker filePicker;
+    const std::unique_ptr<HotKeyBackend> hotKeys = CreateHotKeyBackend();
 
     AppServices services;
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.colorPicker = &colorPicker;
+    services.fontPicker = &fontPicker;
+    services.filePicker = &filePicker;
+    services.hotKeys = hotKeys.get();
     FrmDatePicker datePicker(services);
     services.datePicker = &datePicker;
     if (services.dataDir.isEmpty()) {

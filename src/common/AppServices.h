@@ -10,7 +10,11 @@
 #include <memory>
 
 class Clock;
+class ColorPicker;
 class DatePicker;
+class FilePicker;
+class FontPicker;
+class HotKeyBackend;
 class Prompter;
 class RandomSource;
 
@@ -23,6 +27,11 @@ struct AppServices
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
+    ColorPicker* colorPicker = nullptr;
+    FontPicker* fontPicker = nullptr;
+    FilePicker* filePicker = nullptr;
+    // The desktop's global hot keys (a backend that says it has none where there are none).
+    HotKeyBackend* hotKeys = nullptr;
 
     AppState state;
     std::unique_ptr<DatabaseConnection> connection;

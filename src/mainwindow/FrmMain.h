@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 
+class GlobalHotKeys;
 class HalvernCalendar;
 class LinkLabel;
 class QFrame;
@@ -95,6 +96,7 @@ public:
     // is up, so the hot keys are released before it opens and taken again after.
     void UnregisterHotKeys();
     void ShowSettingsDialog();
+    // Reads the hot-key rows; raises DatabaseError when they cannot be read.
     void RegisterHotKeys();
 
     HalvernCalendar* calendar() const { return m_calendar; }
@@ -133,6 +135,8 @@ private:
 
     AppServices& m_app;
     std::unique_ptr<SingleInstance> m_instance;
+    // The hot keys held while the program runs (a child; none before the first registration).
+    GlobalHotKeys* m_hotKeys = nullptr;
     QSystemTrayIcon* m_tray = nullptr;
     StickyNotes* m_notes = nullptr;
 

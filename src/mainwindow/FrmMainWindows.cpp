@@ -4,9 +4,12 @@
 #include "mainwindow/FrmMain.h"
 
 #include "common/AppServices.h"
+#include "common/Clock.h"
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
 #include "notes/StickyNotes.h"
+#include "settings/FrmSetting.h"
+#include "settings/GlobalHotKeys.h"
 
 void FrmMain::OpenList(const QDate& from, const QDate& to)
 {
@@ -54,26 +57,47 @@ void FrmMain::OpenSettings()
         MainWindowBusy busy(m_app.state);
         ShowSettingsDialog();
     }
-    RegisterHotKeys();
+    RunUserAction(m_app, this, [this] { RegisterHotKeys(); });
     if (m_app.state.RestoreDone) {
         // The data under the program was replaced; the user starts it again.
         RequestShutdown(UnloadMode::FormCode);
         return;
     }
-    RunUserAction(m_app, this, [this] { ApplyDesignSettings(); });
+    // The first day of the week may have moved the grid: the marks follow it.
+    RunUserAction(m_app, this, [this] {
+        ApplyTransparency();
+        ApplyDesignSettings();
+        RefreshMonthMarks();
+    });
 }
 
 void FrmMain::UnregisterHotKeys()
 {
-    // The hot keys are released here.
+    if (m_hotKeys)
+        m_hotKeys->UnregisterHotKeys();
 }
 
 void FrmMain::ShowSettingsDialog()
 {
-    // The settings dialog opens here, modally.
+    FrmSetting dialog(m_app, this);
+    dialog.exec();
 }
 
 void FrmMain::RegisterHotKeys()
 {
-    // The hot keys are read from their rows and taken here.
+    if (!m_hotKeys) {
+        // In the order of the hot-key rows. Each reads "today" when the key is pressed.
+        GlobalHotKeys::Actions actions = {
+            [this] { ShowCalendar(); },
+            [this] { NewSchedule(m_app.clock->today()); },
+            [this] { NewTask(m_app.clock->today()); },
+            [this] { NewEmptyStickyNote(); },
+            [this] {
+                const QDate today = m_app.clock->today();
+                OpenList(today, today.addMonths(1));
+            },
+        };
+        m_hotKeys = new GlobalHotKeys(m_app, std::move(actions), this);
+    }
+    m_hotKeys->RegisterHotKeys();
 }

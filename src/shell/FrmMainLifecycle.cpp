@@ -129,7 +129,8 @@ bool FrmMain::Form_Load()
     // 10.
     m_app.state.MainWindowIdle = true;
 
-    // 11. Hot keys are registered here once they exist.
+    // 11.
+    RunStep("hot keys", [&] { RegisterHotKeys(); });
 
     // 12.-14. The calendar's own change signals stay quiet here so that the refreshes run
     // once each, in this order.
@@ -186,7 +187,8 @@ void FrmMain::Form_Unload()
     if (!isMinimized())
         SaveWindowPlacement(*this, m_app.iniPath(), PlacementSection);
 
-    // 4. Hot keys are unregistered here once they exist.
+    // 4.
+    UnregisterHotKeys();
 
     // 5.
     RemoveTrayIcon();

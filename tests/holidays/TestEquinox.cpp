@@ -1,8 +1,17 @@
-#include "TestEquinox.h"
-
 #include "holidays/JapaneseHolidays.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
+
+// The equinox moments against published almanac times.
+class TestEquinox final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void moment_data();
+    void moment();
+};
 
 Q_DECLARE_METATYPE(Equinox::Season)
 
@@ -35,3 +44,6 @@ void TestEquinox::moment()
     const QDateTime computed = JapaneseHolidays::EquinoxMoment(year, season);
     QVERIFY2(qAbs(computed.secsTo(expected)) <= 90, qPrintable(computed.toString(Qt::ISODate)));
 }
+
+VERDALY_TEST(TestEquinox)
+#include "TestEquinox.moc"

@@ -1,11 +1,20 @@
-#include "TestEraTitle.h"
-
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/DatePicker.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 #include "views/FrmDate.h"
 
 #include <QtTest>
+
+// The era title format ("gge年m月") across the changes of era.
+class TestEraTitle final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void title_data();
+    void title();
+    void pickerShowsTheEraTitle();
+};
 
 void TestEraTitle::title_data()
 {
@@ -50,3 +59,6 @@ void TestEraTitle::pickerShowsTheEraTitle()
     QCOMPARE(picker.calendar()->titleText(), QStringLiteral("令和元年5月"));
     QCOMPARE(picker.calendar()->holidayName(QDate(2019, 5, 1)), QStringLiteral("天皇の即位の日"));
 }
+
+VERDALY_TEST(TestEraTitle)
+#include "TestEraTitle.moc"

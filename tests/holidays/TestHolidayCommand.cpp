@@ -1,6 +1,5 @@
-#include "TestHolidayCommand.h"
-
 #include "cli/HolidaysCommand.h"
+#include "support/TestKit.h"
 
 #include <QDir>
 #include <QProcess>
@@ -9,6 +8,17 @@
 
 #include <cstdio>
 #include <memory>
+
+// `verdaly holidays FROM [TO]`: its output, its refusals, and that it runs bare.
+class TestHolidayCommand final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void output_data();
+    void output();
+    void runsWithoutDisplayOrDataFolder();
+};
 
 namespace {
 
@@ -116,3 +126,6 @@ void TestHolidayCommand::runsWithoutDisplayOrDataFolder()
     QVERIFY(lines.contains(QStringLiteral("2026-05-06\t振替休日")));
     QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
 }
+
+VERDALY_TEST(TestHolidayCommand)
+#include "TestHolidayCommand.moc"

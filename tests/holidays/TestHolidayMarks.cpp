@@ -1,11 +1,21 @@
-#include "TestHolidayMarks.h"
-
 #include "calendarcontrol/CalendarDesign.h"
 #include "calendarcontrol/HalvernCalendar.h"
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
 #include <QImage>
 #include <QtTest>
+
+// Holidays on the month grid: which shown days carry them, the switch, and the painting.
+class TestHolidayMarks final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void neighbouringMonthsToo();
+    void showSetting_data();
+    void showSetting();
+    void paintHolidayAndDayOff();
+};
 
 void TestHolidayMarks::neighbouringMonthsToo()
 {
@@ -24,23 +34,21 @@ void TestHolidayMarks::neighbouringMonthsToo()
 
 void TestHolidayMarks::showSetting_data()
 {
-    QTest::addColumn<QString>("prepare");
+    QTest::addColumn<int>("stored"); // DATAN1 of row 317; -1: no row
     QTest::addColumn<bool>("shown");
-    // clang-format off
-    QTest::newRow("no row") << QString() << true;
-    QTest::newRow("on") << QStringLiteral("INSERT INTO TRNGENERAL (CODE, DATAN1) VALUES (317, 1)") << true;
-    QTest::newRow("off") << QStringLiteral("INSERT INTO TRNGENERAL (CODE, DATAN1) VALUES (317, 0)") << false;
-    // clang-format on
+    QTest::newRow("no row") << -1 << true;
+    QTest::newRow("on") << 1 << true;
+    QTest::newRow("off") << 0 << false;
 }
 
 void TestHolidayMarks::showSetting()
 {
-    QFETCH(QString, prepare);
+    QFETCH(int, stored);
     QFETCH(bool, shown);
     TestEnvironment env;
     env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 317"));
-    if (!prepare.isEmpty())
-        env.db().ExecuteSql(prepare);
+    if (stored >= 0)
+        StoreGeneral(env.db(), 317, {{QStringLiteral("DATAN1"), stored}});
     HalvernCalendar calendar;
     calendar.setHolidaysShown(!shown); // the design must set it either way
     calendar.setCurrentDate(QDate(2026, 5, 10));
@@ -89,3 +97,6 @@ void TestHolidayMarks::paintHolidayAndDayOff()
     QCOMPARE(back(QDate(2026, 5, 5)), QColor(0x10, 0x20, 0x30));
     QCOMPARE(back(QDate(2026, 4, 29)), QColor(0xF0, 0xF0, 0xF0));
 }
+
+VERDALY_TEST(TestHolidayMarks)
+#include "TestHolidayMarks.moc"

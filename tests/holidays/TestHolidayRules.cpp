@@ -1,8 +1,20 @@
-#include "TestHolidayRules.h"
-
 #include "holidays/JapaneseHolidays.h"
+#include "support/TestKit.h"
 
 #include <QtTest>
+
+// Each rule of the holiday law at its edges. The expected days and names are written from
+// the law and the government's published list, never taken from the engine.
+class TestHolidayRules final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void dayOf_data();
+    void dayOf();
+    void yearsOutsideTheLawHaveNone();
+    void betweenCrossesTheYear();
+};
 
 void TestHolidayRules::dayOf_data()
 {
@@ -120,3 +132,6 @@ void TestHolidayRules::betweenCrossesTheYear()
     QCOMPARE(days.back().name, QStringLiteral("成人の日"));
     QVERIFY(JapaneseHolidays::HolidaysBetween(QDate(2026, 1, 13), QDate(2026, 1, 1)).empty());
 }
+
+VERDALY_TEST(TestHolidayRules)
+#include "TestHolidayRules.moc"

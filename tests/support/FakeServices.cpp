@@ -12,6 +12,10 @@ TestEnvironment::TestEnvironment(bool withDatabase)
     services.prompter = &prompter;
     services.random = &random;
     services.datePicker = &datePicker;
+    services.colorPicker = &colorPicker;
+    services.fontPicker = &fontPicker;
+    services.filePicker = &filePicker;
+    services.hotKeys = &hotKeys;
     if (withDatabase) {
         QString error;
         if (!CreateStartingDatabase(services.databasePath(), &error))

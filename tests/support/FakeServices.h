@@ -5,6 +5,7 @@
 #include "common/DatePicker.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "support/FakePickers.h"
 
 #include <QDateTime>
 #include <QList>
@@ -94,6 +95,10 @@ public:
     FakePrompter prompter;
     FakeRandom random;
     FakeDatePicker datePicker;
+    FakeColorPicker colorPicker;
+    FakeFontPicker fontPicker;
+    FakeFilePicker filePicker;
+    FakeHotKeyBackend hotKeys;
     AppServices services;
 
     DatabaseConnection& db() { return services.db(); }
