@@ -146,11 +146,13 @@ void TestNoteSaving::openNotesReopenOnLowestSlots()
             open << OpenStickyNote(*main.stickyNotes(), QStringLiteral("note %1").arg(i), i, 1500 * i, 750 * i);
         for (int peeled : {1, 3, 4})
             open[peeled - 1]->MnuClose_Click();
+        // In the very corner: a place that must not read back as "no place given".
+        open[4]->move(0, 0);
         main.Form_Unload();
     }
     env.open();
     QCOMPARE(Lines(env.db(), openRows, NoteColumns),
-             QStringList({QStringLiteral("2|1|2|3000|1500|note 2"), QStringLiteral("5|1|5|7500|3750|note 5")}));
+             QStringList({QStringLiteral("2|1|2|3000|1500|note 2"), QStringLiteral("5|1|5|1|0|note 5")}));
     QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '0'")), 28);
 
     // The next start: the two notes take slots 1 and 2, and the rows follow them at once,
@@ -163,8 +165,11 @@ void TestNoteSaving::openNotesReopenOnLowestSlots()
     QVERIFY(first);
     QCOMPARE(Control<QPlainTextEdit>(first, "TxtPost")->toPlainText(), QStringLiteral("note 2"));
     QCOMPARE(first->pos(), QPoint(200, 100));
+    auto* corner = qobject_cast<FrmPost*>(env.services.state.StickyNotes[2].window.data());
+    QVERIFY(corner && corner->testAttribute(Qt::WA_Moved));
+    QCOMPARE(corner->pos(), QPoint(0, 0));
     QCOMPARE(Lines(env.db(), openRows, NoteColumns),
-             QStringList({QStringLiteral("1|1|2|3000|1500|note 2"), QStringLiteral("2|1|5|7500|3750|note 5")}));
+             QStringList({QStringLiteral("1|1|2|3000|1500|note 2"), QStringLiteral("2|1|5|1|0|note 5")}));
     main.Form_Unload();
 }
 

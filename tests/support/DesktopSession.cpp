@@ -12,12 +12,22 @@ DesktopSession::DesktopSession()
             return;
         }
     }
-    // -displayfd: the server picks a free display and writes its number to us.
+    // -displayfd: the server picks a free display and writes its number to us. No key
+    // repeats: on a loaded machine a key held a few hundred milliseconds would type twice.
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                    QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
-    if (!m_server.waitForStarted() || !m_server.waitForReadyRead(15000) || !m_server.canReadLine()) {
-        m_error = QStringLiteral("Xvfb did not report its display");
+                    QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                    QStringLiteral("-ardelay"), QStringLiteral("60000")});
+    // Its complaints about displays already taken arrive on stderr first; the number it
+    // settles on comes on stdout.
+    QElapsedTimer waited;
+    waited.start();
+    const bool started = m_server.waitForStarted();
+    while (started && !m_server.canReadLine() && m_server.state() == QProcess::Running && waited.elapsed() < 15000)
+        m_server.waitForReadyRead(200);
+    if (!m_server.canReadLine()) {
+        m_error = QStringLiteral("Xvfb did not report its display: ") +
+                  QString::fromLocal8Bit(m_server.readAllStandardError());
         return;
     }
     m_display = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
@@ -29,8 +39,7 @@ DesktopSession::DesktopSession()
     }
     // The window manager has taken the screen once it names itself on the root window;
     // windows mapped before that would be placed by nobody.
-    QElapsedTimer waited;
-    waited.start();
+    waited.restart();
     while (waited.elapsed() < 5000 &&
            !run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
                 .contains(QStringLiteral("window id")))
