@@ -6,7 +6,9 @@
 // --keep leaves the filled databases behind (their folders are printed) for a look at
 // query plans with the sqlite3 shell.
 //
-// One line per figure, e.g. "month-switch N=100000 median_ms=... max_ms=...".
+// One line per figure, e.g. "month-switch N=100000 median_ms=... max_ms=...". The list
+// window's figures: "list-fill" for a year and for every entry (the fill as the user sees
+// it, statement to painted grid) and "list-scroll" for a page of the grid repainted.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppServices.h"
 #include "common/Clock.h"
@@ -16,14 +18,20 @@
 #include "mainwindow/FrmMain.h"
 #include "store/SqlText.h"
 #include "store/StartingDatabase.h"
+#include "views/FrmList.h"
+#include "views/ListGridModel.h"
+#include "views/ListQuery.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
+#include <QScrollBar>
+#include <QTableView>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <vector>
 
 namespace {
@@ -125,6 +133,68 @@ private:
     const QElapsedTimer& m_clock;
 };
 
+// The time this thread ran, which a machine busy with other work does not inflate.
+double ThreadCpuMs()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double Median(std::vector<double> samples)
+{
+    std::sort(samples.begin(), samples.end());
+    return samples[samples.size() / 2];
+}
+
+// The list window's grid filled anew and painted, and scrolled page by page.
+void RunList(AppServices& services, int count)
+{
+    ListHandOver handOver;
+    FrmList list(services, handOver);
+    list.show();
+    QCoreApplication::processEvents();
+    auto* grid = list.findChild<QTableView*>(QStringLiteral("GrdGrid"));
+    struct Range
+    {
+        const char* name;
+        QDate from;
+        QDate to;
+    };
+    for (const Range& range :
+         {Range{"year", QDate(2024, 1, 1), QDate(2024, 12, 31)}, Range{"all", ListRangeFirst(), ListRangeLast()}}) {
+        const QString sql = ListEntrySql(ListChoice::SchedulesAndTasks, range.from, range.to);
+        std::vector<double> samples, cpuSamples;
+        for (int round = 0; round < 6; ++round) {
+            QElapsedTimer timer;
+            timer.start();
+            const double cpuStart = ThreadCpuMs();
+            list.model()->fill(services.db(), sql);
+            grid->repaint();
+            if (round > 0) { // the first round warms the page cache
+                samples.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+                cpuSamples.push_back(ThreadCpuMs() - cpuStart);
+            }
+        }
+        std::printf("list-fill N=%d range=%s rows=%d median_ms=%.2f max_ms=%.2f cpu_median_ms=%.2f\n", count,
+                    range.name, list.model()->rowCount(), Median(samples),
+                    *std::max_element(samples.begin(), samples.end()), Median(cpuSamples));
+    }
+    QScrollBar* bar = grid->verticalScrollBar();
+    std::vector<double> samples;
+    for (int step = 0; step < 100 && bar->value() < bar->maximum(); ++step) {
+        QElapsedTimer timer;
+        timer.start();
+        bar->setValue(bar->value() + bar->pageStep());
+        grid->viewport()->repaint();
+        samples.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    if (!samples.empty())
+        std::printf("list-scroll N=%d median_ms=%.3f max_ms=%.3f pages=%zu\n", count, Median(samples),
+                    *std::max_element(samples.begin(), samples.end()), samples.size());
+    std::fflush(stdout);
+}
+
 void Run(int count, bool keep)
 {
     QTemporaryDir dir;
@@ -181,6 +251,7 @@ void Run(int count, bool keep)
     std::printf("month-switch N=%d median_ms=%.3f p90_ms=%.3f min_ms=%.3f max_ms=%.3f samples=%zu\n", count, median,
                 samples[samples.size() * 9 / 10], samples.front(), samples.back(), samples.size());
     std::fflush(stdout);
+    RunList(services, count);
     main.Form_Unload();
 }
 

@@ -7,23 +7,31 @@
 #include "common/Clock.h"
 #include "common/RandomSource.h"
 #include "common/UserAction.h"
+#include "masters/FrmDayOff.h"
 #include "notes/StickyNotes.h"
 #include "settings/FrmSetting.h"
 #include "settings/GlobalHotKeys.h"
+#include "views/FrmList.h"
 
 void FrmMain::OpenList(const QDate& from, const QDate& to)
 {
     MainWindowBusy busy(m_app.state);
-    // The list window opens here on the range from..to.
-    Q_UNUSED(from)
-    Q_UNUSED(to)
+    ListHandOver handOver;
+    handOver.ListFromDate = from;
+    handOver.ListToDate = to;
+    // The month behind the list follows every change made from it at once.
+    handOver.EntriesChanged = [this] { RunUserAction(m_app, this, [this] { RefreshMonthMarks(); }); };
+    handOver.NewStickyNote = [this](const QString& text, int colorIndex) { NewStickyNoteFrom(text, colorIndex); };
+    FrmList list(m_app, handOver, this);
+    list.exec();
 }
 
 void FrmMain::OpenDayOffs()
 {
     {
         MainWindowBusy busy(m_app.state);
-        // The day-off dialog opens here.
+        FrmDayOff dayOffs(m_app, this);
+        dayOffs.exec();
     }
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
 }

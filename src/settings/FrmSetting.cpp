@@ -1,6 +1,7 @@
 #include "settings/FrmSetting.h"
 
 #include "common/AppServices.h"
+#include "common/Clock.h"
 #include "common/Pickers.h"
 #include "common/Prompter.h"
 #include "common/Units.h"
@@ -134,6 +135,8 @@ void FrmSetting::loadOptions()
     const Rows rows = m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL ") +
                                           QStringLiteral("WHERE 300 <= CODE AND CODE < 400 "));
     bool balloon = false;
+    // Holidays show unless a row says otherwise; older databases have no row.
+    m_ui->ChkHoliday->setChecked(true);
     for (const Row& row : rows) {
         const qint64 value = row.number(QStringLiteral("DATAN1"));
         switch (row.number(QStringLiteral("CODE"))) {
@@ -166,6 +169,9 @@ void FrmSetting::loadOptions()
             break;
         case 316:
             m_ui->ChkSound->setChecked(value != 0);
+            break;
+        case 317:
+            m_ui->ChkHoliday->setChecked(value != 0);
             break;
         default:
             break;
@@ -424,6 +430,13 @@ void FrmSetting::writeOptions()
     update(314, number(m_ui->OptMsgbox->isChecked() ? 0 : 1));
     update(316, number(m_ui->ChkSound->isChecked() ? 1 : 0));
     update(315, QStringLiteral("SET MEMO1 = ") + QuoteText(m_ui->TxtSoundPath->text()) + QStringLiteral(" "));
+    // "祝日を表示" came after the other options: a database from before it gets its row here.
+    if (db.ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 317 ")).empty())
+        db.ExecuteSql(QStringLiteral("INSERT INTO TRNGENERAL (CODE,DATAS1,DATAS2,DATAS3,DATAS4,DATAS5,DATAN1,DATAN2,"
+                                     "DATAN3,DATAN4,DATAN5,MEMO1,UPDTIME) VALUES ( 317, '', '', '', '', '', 1, 0, 0, "
+                                     "0, 0, '', ") +
+                      DateLiteral(m_app.clock->now()) + QStringLiteral(" ) "));
+    update(317, number(m_ui->ChkHoliday->isChecked() ? 1 : 0));
 }
 
 void FrmSetting::done(int result)

@@ -138,6 +138,10 @@ Rows DatabaseConnection::ReadRows(const QString& sql)
     int rc = SQLITE_ROW;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
         Row& row = rows.emplace_back(columns, count);
+        int bytes = 0;
+        for (int i = 0; i < count; ++i)
+            bytes += sqlite3_column_bytes(stmt, i);
+        row.reserveBytes(bytes);
         for (int i = 0; i < count; ++i) {
             switch (sqlite3_column_type(stmt, i)) {
             case SQLITE_INTEGER:

@@ -28,6 +28,8 @@ public:
     void setReal(int column, double value);
     void setText(int column, const char* utf8, int length);
     void setBlob(int column, const char* bytes, int length);
+    // Room for the text and blob bytes of the whole row, so filling it allocates once.
+    void reserveBytes(int length) { m_bytes.reserve(length); }
 
     bool has(const QString& column) const { return m_columns->contains(column.toUpper()); }
     QVariant value(const QString& column) const;

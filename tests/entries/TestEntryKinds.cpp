@@ -18,19 +18,13 @@ private slots:
     void kindCode();
     void storedDateToDate_data();
     void storedDateToDate();
-    void dateToStored();
     void entryLineText_data();
     void entryLineText();
-    void entryLineTextFromRow();
-    void queryTexts();
-    void dayQueryText();
-    void dayOffQueryText();
     void markDates_data();
     void markDates();
     void markDatesOfCorruptSpanAreBounded();
     void dayOffDate_data();
     void dayOffDate();
-    void panelSubject();
     void monthQueryFindsRows();
     void dayQueryOrdersTasksFirst();
 };
@@ -42,25 +36,13 @@ QDate D(const char* stored)
     return QDate::fromString(QLatin1String(stored), QStringLiteral("yyyyMMdd"));
 }
 
-Row MakeRow(const QStringList& columns, const QVariantList& values)
+void InsertEntry(DatabaseConnection& db, int id, const char* kind, const char* start, const char* startTime,
+                 const char* end, const char* endTime, int priority = 0, const char* completion = "")
 {
-    auto index = std::make_shared<Row::ColumnIndex>();
-    for (int i = 0; i < columns.size(); ++i)
-        index->insert(columns.at(i), i);
-    return Row(index, QVector<QVariant>(values.begin(), values.end()));
-}
-
-void InsertEntry(DatabaseConnection& db, int id, const QString& kind, const QString& start, const QString& startTime,
-                 const QString& end, const QString& endTime, int priority = 0, const QString& completion = QString())
-{
-    db.ExecuteSql(QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,PRIORITY,"
-                                 "COMPLETION,FROMTOKBN,UPDTIME) VALUES (%1,'%2','entry %1','%3','%4','%5','%6',%7,"
-                                 "'%8','%9','2006/05/01 00:00:00')")
-                      .arg(id)
-                      .arg(kind.startsWith(QLatin1Char('T')) ? QStringLiteral("2") : QStringLiteral("1"))
-                      .arg(start, startTime, end, endTime)
-                      .arg(priority)
-                      .arg(completion, kind));
+    StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
+    e.priority = priority;
+    e.completion = completion;
+    StoreEntry(db, e);
 }
 
 std::set<qint64> Ids(const Rows& rows)
@@ -89,7 +71,6 @@ void TestEntryKinds::kindCode_data()
     QTest::newRow("A4 end before start") << "20060501" << "10:00" << "20060501" << "09:00" << "A4";
     QTest::newRow("A5") << "20060501" << "09:00" << "20060501" << "09:00" << "A5";
     QTest::newRow("no dates at all") << "" << "" << "" << "" << "A1";
-    QTest::newRow("no dates, a start time") << "" << "09:00" << "" << "" << "A3";
     QTest::newRow("T1") << "" << "" << "20060501" << "" << "T1";
     QTest::newRow("T2") << "" << "" << "20060501" << "17:00" << "T2";
     QTest::newRow("T ignores a start time") << "" << "09:00" << "20060501" << "" << "T1";
@@ -97,24 +78,16 @@ void TestEntryKinds::kindCode_data()
     QTest::newRow("D2") << "20060501" << "" << "" << "17:00" << "D2";
     QTest::newRow("D3") << "20060501" << "09:00" << "" << "" << "D3";
     QTest::newRow("D4") << "20060501" << "10:00" << "" << "11:00" << "D4";
-    QTest::newRow("D5") << "20060501" << "10:00" << "" << "10:00" << "D5";
     QTest::newRow("B1") << "20060501" << "" << "20060502" << "" << "B1";
-    QTest::newRow("B2") << "20060501" << "" << "20060502" << "01:00" << "B2";
-    QTest::newRow("B3") << "20060501" << "23:00" << "20060502" << "" << "B3";
     QTest::newRow("B4") << "20060501" << "23:00" << "20060502" << "01:00" << "B4";
     QTest::newRow("B4 equal times") << "20060501" << "10:00" << "20060502" << "10:00" << "B4";
     QTest::newRow("B over a month end") << "20060531" << "" << "20060601" << "" << "B1";
     QTest::newRow("B over a year end") << "20061231" << "" << "20070101" << "" << "B1";
     QTest::newRow("B to a leap day") << "20080228" << "" << "20080229" << "" << "B1";
     QTest::newRow("C over a leap day") << "20080228" << "" << "20080301" << "" << "C1";
-    QTest::newRow("B to March, no leap day") << "20060228" << "" << "20060301" << "" << "B1";
     QTest::newRow("C1") << "20060501" << "" << "20060503" << "" << "C1";
-    QTest::newRow("C2") << "20060501" << "" << "20060503" << "17:00" << "C2";
-    QTest::newRow("C3") << "20060501" << "09:30" << "20060503" << "" << "C3";
     QTest::newRow("C4") << "20060501" << "09:30" << "20060503" << "17:00" << "C4";
-    QTest::newRow("C4 equal times") << "20060501" << "09:30" << "20060503" << "09:30" << "C4";
     QTest::newRow("C backwards span") << "20060501" << "" << "20060430" << "" << "C1";
-    QTest::newRow("C a year long") << "20060501" << "" << "20070501" << "" << "C1";
     QTest::newRow("unreadable end date") << "20060501" << "" << "2006050" << "" << "";
     QTest::newRow("impossible start date") << "20060230" << "" << "20060301" << "" << "";
     // clang-format on
@@ -138,17 +111,11 @@ void TestEntryKinds::storedDateToDate_data()
     QTest::newRow("empty is the no-date value") << "" << QDate(100, 1, 1);
     QTest::newRow("plain") << "20060501" << QDate(2006, 5, 1);
     QTest::newRow("leap day") << "20080229" << QDate(2008, 2, 29);
-    QTest::newRow("year 100") << "01000101" << QDate(100, 1, 1);
     QTest::newRow("no leap day") << "20060229" << QDate();
-    QTest::newRow("month 13") << "20061301" << QDate();
-    QTest::newRow("day 0") << "20060500" << QDate();
     QTest::newRow("year 0") << "00000101" << QDate();
     QTest::newRow("slashes") << "2006/05/01" << QDate();
     QTest::newRow("seven digits") << "2006050" << QDate();
-    QTest::newRow("nine digits") << "200605011" << QDate();
     QTest::newRow("letter") << "2006050a" << QDate();
-    QTest::newRow("blank inside") << "2006 501" << QDate();
-    QTest::newRow("sign") << "-2006050" << QDate();
     QTest::newRow("full-width digits") << "２００６０５０１" << QDate();
     // clang-format on
 }
@@ -161,17 +128,6 @@ void TestEntryKinds::storedDateToDate()
     QCOMPARE(result.isValid(), date.isValid());
     if (date.isValid())
         QCOMPARE(result, date);
-}
-
-void TestEntryKinds::dateToStored()
-{
-    QCOMPARE(DateToStored(QDate(2006, 5, 1)), QStringLiteral("20060501"));
-    QCOMPARE(DateToStored(QDate(2006, 12, 31)), QStringLiteral("20061231"));
-    QCOMPARE(DateToStored(QDate(100, 1, 1)), QStringLiteral("01000101"));
-    QCOMPARE(DateToStored(QDate()), QString());
-    // Stored text and date convert both ways.
-    for (QDate d(2007, 12, 25); d <= QDate(2008, 3, 5); d = d.addDays(1))
-        QCOMPARE(StoredDateToDate(DateToStored(d)), d);
 }
 
 void TestEntryKinds::entryLineText_data()
@@ -195,13 +151,10 @@ void TestEntryKinds::entryLineText_data()
     QTest::newRow("A3") << may1 << "20060501" << "09:30" << "20060501" << "" << "A3" << "" << " 9:30";
     QTest::newRow("A4") << may1 << "20060501" << "09:00" << "20060501" << "10:30" << "A4" << "" << " 9:00 - 10:30";
     QTest::newRow("A5") << may1 << "20060501" << "10:00" << "20060501" << "10:00" << "A5" << "" << "10:00";
-    QTest::newRow("A3 at 09:05") << may1 << "20060501" << "09:05" << "20060501" << "" << "A3" << "" << " 9:05";
     QTest::newRow("A4 midnight") << may1 << "20060501" << "00:00" << "20060501" << "00:30" << "A4" << "" << " 0:00 -  0:30";
-    QTest::newRow("D1") << may1 << "20060501" << "" << "" << "" << "D1" << "" << "";
     QTest::newRow("D2") << may1 << "20060501" << "" << "" << "08:15" << "D2" << "" << "      -  8:15";
     QTest::newRow("D3") << may1 << "20060501" << "21:00" << "" << "" << "D3" << "" << "21:00";
     QTest::newRow("D4") << may1 << "20060501" << "10:00" << "" << "11:00" << "D4" << "" << "10:00 - 11:00";
-    QTest::newRow("D5") << may1 << "20060501" << "07:00" << "" << "07:00" << "D5" << "" << " 7:00";
     // clang-format on
     // ... and on any other day.
     // clang-format off
@@ -213,10 +166,8 @@ void TestEntryKinds::entryLineText_data()
     // clang-format off
     QTest::newRow("B1 start") << may1 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -  5/ 2";
     QTest::newRow("B1 end") << may2 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -> 5/ 2";
-    QTest::newRow("B2 start") << may1 << "20060501" << "" << "20060502" << "17:00" << "B2" << "" << " 5/ 1 -  5/ 2";
     QTest::newRow("B2 end") << may2 << "20060501" << "" << "20060502" << "17:00" << "B2" << "" << " 5/ 1 ->17:00";
     QTest::newRow("B3 start") << may1 << "20060501" << "23:00" << "20060502" << "" << "B3" << "" << "23:00 -  5/ 2";
-    QTest::newRow("B3 end") << may2 << "20060501" << "23:00" << "20060502" << "" << "B3" << "" << " 5/ 1 -> 5/ 2";
     QTest::newRow("B4 start") << may1 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "23:00 -  5/ 2";
     QTest::newRow("B4 end") << may2 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << " 5/ 1 -> 1:00";
     QTest::newRow("B4 day after") << may3 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "";
@@ -228,13 +179,7 @@ void TestEntryKinds::entryLineText_data()
     QTest::newRow("C3 middle") << may2 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
     QTest::newRow("C3 end") << may3 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
     QTest::newRow("C3 after") << QDate(2006, 5, 4) << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << "";
-    QTest::newRow("C3 before") << QDate(2006, 4, 30) << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << "";
-    QTest::newRow("C1 start") << may1 << "20060501" << "" << "20060503" << "" << "C1" << "" << " 5/ 1 -  5/ 3";
-    QTest::newRow("C2 start") << may1 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 -  5/ 3";
-    QTest::newRow("C2 middle") << may2 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 -> 5/ 3";
     QTest::newRow("C2 end") << may3 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 ->18:00";
-    QTest::newRow("C4 start") << may1 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 9:30 -  5/ 3";
-    QTest::newRow("C4 middle") << may2 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 5/ 1 -> 5/ 3";
     QTest::newRow("C4 end") << may3 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 5/ 1 -> 8:00";
     QTest::newRow("C1 entering from the previous month") << may1 << "20060420" << "" << "20060505" << "" << "C1" << "" << " 4/20 -> 5/ 5";
     QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << "20061228" << "" << "20070103" << "" << "C1" << "" << "12/28 -> 1/ 3";
@@ -248,13 +193,11 @@ void TestEntryKinds::entryLineText_data()
     QTest::newRow("T1") << QDate(2006, 5, 10) << "" << "" << "20060510" << "" << "T1" << "0" << "      -> 5/10";
     QTest::newRow("T2") << may1 << "" << "" << "20060501" << "17:00" << "T2" << "0" << "      ->17:00";
     QTest::newRow("T2 done") << may1 << "" << "" << "20060501" << "09:00" << "T2" << "1" << "      -> 9:00";
-    QTest::newRow("T1 done") << QDate(2006, 12, 1) << "" << "" << "20061201" << "" << "T1" << "1" << "      ->12/ 1";
     QTest::newRow("T1 other day") << may2 << "" << "" << "20060501" << "" << "T1" << "0" << "";
     // clang-format on
 
     // clang-format off
     QTest::newRow("unknown kind") << may1 << "20060501" << "09:00" << "20060501" << "" << "Z3" << "" << "";
-    QTest::newRow("empty kind") << may1 << "20060501" << "09:00" << "20060501" << "" << "" << "" << "";
     QTest::newRow("invalid day") << QDate() << "20060501" << "09:00" << "20060501" << "" << "A3" << "" << "";
     // clang-format on
 }
@@ -270,50 +213,6 @@ void TestEntryKinds::entryLineText()
     QFETCH(QString, completion);
     QFETCH(QString, text);
     QCOMPARE(EntryLineText(day, start, startTime, end, endTime, kind, completion), text);
-}
-
-void TestEntryKinds::entryLineTextFromRow()
-{
-    const Row row = MakeRow({"ID", "STARTDT", "STARTTM", "ENDDT", "ENDTM", "FROMTOKBN", "COMPLETION"},
-                            {7, "20060501", "09:00", "20060501", "10:30", "A4", ""});
-    QCOMPARE(EntryLineText(QDate(2006, 5, 1), row), QStringLiteral(" 9:00 - 10:30"));
-    QCOMPARE(EntryLineText(QDate(2006, 5, 2), row), QString());
-}
-
-void TestEntryKinds::queryTexts()
-{
-    QCOMPARE(MonthQuerySql(QDate(2006, 4, 30), QDate(2006, 6, 10)),
-             QStringLiteral("SELECT * FROM TRNSCHTSK WHERE "
-                            "(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= '20060430' AND "
-                            "STARTDT <= '20060610')) OR "
-                            "(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= '20060430' AND "
-                            "STARTDT <= '20060610')) OR "
-                            "(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= '20060610' AND "
-                            "ENDDT >= '20060430')) OR "
-                            "(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= '20060610' AND "
-                            "ENDDT >= '20060430')) OR "
-                            "(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= '20060430' AND "
-                            "ENDDT <= '20060610')) "));
-}
-
-void TestEntryKinds::dayQueryText()
-{
-    QCOMPARE(DayQuerySql(QDate(2006, 5, 3)),
-             QStringLiteral("SELECT * FROM TRNSCHTSK WHERE "
-                            "(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT = '20060503')) OR "
-                            "(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT = '20060503')) OR "
-                            "(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= '20060503' AND "
-                            "ENDDT >= '20060503')) OR "
-                            "(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= '20060503' AND "
-                            "ENDDT >= '20060503')) OR "
-                            "(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT = '20060503')) "
-                            "ORDER BY STARTDT,STARTTM,PRIORITY "));
-}
-
-void TestEntryKinds::dayOffQueryText()
-{
-    QCOMPARE(DayOffQuerySql(2), QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 AND   DATAN1 = 2 "));
-    QCOMPARE(DayOffQuerySql(12), QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 AND   DATAN1 = 12 "));
 }
 
 void TestEntryKinds::markDates_data()
@@ -337,7 +236,6 @@ void TestEntryKinds::markDates_data()
     QTest::newRow("C backwards") << "C1" << "20060510" << "20060505" << QStringList{};
     QTest::newRow("C unreadable end") << "C1" << "20060510" << "2006051x" << QStringList{};
     QTest::newRow("unknown kind") << "X1" << "20060510" << "20060510" << QStringList{};
-    QTest::newRow("empty kind") << "" << "20060510" << "20060510" << QStringList{};
     // clang-format on
 }
 
@@ -373,16 +271,11 @@ void TestEntryKinds::dayOffDate_data()
     QTest::addColumn<QDate>("date");
     // clang-format off
     QTest::newRow("2/29 in a leap year") << 2008 << qint64(2) << qint64(29) << QDate(2008, 2, 29);
-    QTest::newRow("2/29 in 2000") << 2000 << qint64(2) << qint64(29) << QDate(2000, 2, 29);
     QTest::newRow("2/29 in a plain year") << 2006 << qint64(2) << qint64(29) << QDate();
     QTest::newRow("2/29 in 1900") << 1900 << qint64(2) << qint64(29) << QDate();
     QTest::newRow("2/30 never") << 2008 << qint64(2) << qint64(30) << QDate();
     QTest::newRow("4/31") << 2006 << qint64(4) << qint64(31) << QDate();
     QTest::newRow("12/31") << 2006 << qint64(12) << qint64(31) << QDate(2006, 12, 31);
-    QTest::newRow("1/1") << 2006 << qint64(1) << qint64(1) << QDate(2006, 1, 1);
-    QTest::newRow("month 13") << 2006 << qint64(13) << qint64(1) << QDate();
-    QTest::newRow("month 0") << 2006 << qint64(0) << qint64(5) << QDate();
-    QTest::newRow("day 0") << 2006 << qint64(5) << qint64(0) << QDate();
     QTest::newRow("huge month") << 2006 << qint64(4294967297LL) << qint64(1) << QDate();
     QTest::newRow("negative day") << 2006 << qint64(5) << qint64(-3) << QDate();
     // clang-format on
@@ -400,15 +293,6 @@ void TestEntryKinds::dayOffDate()
         QCOMPARE(result, date);
 }
 
-void TestEntryKinds::panelSubject()
-{
-    const QStringList columns{"BUSINESS", "COMPLETION"};
-    QCOMPARE(PanelSubject(MakeRow(columns, {"見積書提出", "1"})), QStringLiteral("[済]見積書提出"));
-    QCOMPARE(PanelSubject(MakeRow(columns, {"見積書提出", "0"})), QStringLiteral("見積書提出"));
-    QCOMPARE(PanelSubject(MakeRow(columns, {"会議", ""})), QStringLiteral("会議"));
-    QCOMPARE(PanelSubject(MakeRow(columns, {"会議", QVariant()})), QStringLiteral("会議"));
-}
-
 void TestEntryKinds::monthQueryFindsRows()
 {
     TestEnvironment env;
@@ -424,19 +308,12 @@ void TestEntryKinds::monthQueryFindsRows()
     InsertEntry(db, 9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
     InsertEntry(db, 10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
     InsertEntry(db, 11, "D1", "20060611", "", "", "");                   // the day after the grid
+    InsertEntry(db, 12, "T2", "", "", "20060601", "17:00");              // a task with a time
 
     const QDate first(2006, 4, 30);
     const QDate last(2006, 6, 10);
     const Rows rows = db.ReadRows(MonthQuerySql(first, last));
-    QCOMPARE(Ids(rows), (std::set<qint64>{1, 2, 4, 6, 8, 9, 10}));
-
-    std::set<QDate> marked;
-    for (const Row& row : rows) {
-        for (const QDate& d : EntryMarkDates(row, first, last))
-            marked.insert(d);
-    }
-    // Entry 10 covers the whole grid.
-    QCOMPARE(marked.size(), std::size_t(42));
+    QCOMPARE(Ids(rows), (std::set<qint64>{1, 2, 4, 6, 8, 9, 10, 12}));
 
     // Without the all-covering entry, exactly the days the other rows show on.
     std::set<QDate> without10;
@@ -447,7 +324,7 @@ void TestEntryKinds::monthQueryFindsRows()
             without10.insert(d);
     }
     const std::set<QDate> expected{D("20060430"), D("20060501"), D("20060502"), D("20060503"),
-                                   D("20060515"), D("20060608"), D("20060610")};
+                                   D("20060515"), D("20060601"), D("20060608"), D("20060610")};
     QCOMPARE(without10, expected);
 }
 
@@ -458,7 +335,7 @@ void TestEntryKinds::dayQueryOrdersTasksFirst()
     InsertEntry(db, 1, "A3", "20060510", "10:00", "20060510", "");
     InsertEntry(db, 2, "T1", "", "", "20060510", "", 3);
     InsertEntry(db, 3, "T1", "", "", "20060510", "", 1);
-    InsertEntry(db, 4, "A4", "20060510", "09:00", "20060510", "11:00");
+    InsertEntry(db, 4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
     InsertEntry(db, 5, "C1", "20060508", "", "20060512", "");
     InsertEntry(db, 6, "D1", "20060510", "", "", "");
     InsertEntry(db, 7, "A1", "20060511", "", "20060511", "");

@@ -57,20 +57,14 @@ void TestSettingsFromMainWindow::choicesShowInCalendar_data()
     QTest::addColumn<bool>("ok");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("firstHeader");
-    QTest::newRow("year, month") << "CmbTitle" << 80601 << true << "2027年3月"
-                                 << "日";
     QTest::newRow("year, two-digit month") << "CmbTitle" << 80602 << true << "2027年03月"
                                            << "日";
-    QTest::newRow("year / month") << "CmbTitle" << 80603 << true << "2027 / 3"
-                                  << "日";
     QTest::newRow("month, year") << "CmbTitle" << 80605 << true << "3月 2027"
                                  << "日";
     QTest::newRow("mm/year") << "CmbTitle" << 80606 << true << "03/2027"
                              << "日";
     QTest::newRow("cancelled") << "CmbTitle" << 80606 << false << "2027年3月"
                                << "日";
-    QTest::newRow("weekday in brackets") << "CmbWeekFormat" << 80802 << true << "2027年3月"
-                                         << "(日)";
     QTest::newRow("weekday in English") << "CmbWeekFormat" << 80805 << true << "2027年3月"
                                         << "Sun";
     QTest::newRow("week from Saturday") << "CmbFirstWeek" << 7 << true << "2027年3月"

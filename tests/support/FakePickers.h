@@ -11,54 +11,39 @@
 #include <deque>
 #include <optional>
 
-// Each picker records what it was asked and answers from a queue; an empty queue (or a
-// nullopt / empty text in it) is the user cancelling.
-class FakeColorPicker final : public ColorPicker
+// Records each request and answers from a queue; an empty queue (or an empty answer in it)
+// is the user cancelling.
+template <typename Request, typename Answer> struct ScriptedAnswers
 {
-public:
-    QList<QColor> requests;
-    std::deque<std::optional<QColor>> answers;
-    std::optional<QColor> pickColor(QWidget*, const QColor& initial) override
-    {
-        requests.append(initial);
-        if (answers.empty())
-            return std::nullopt;
-        const std::optional<QColor> answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-};
-
-class FakeFontPicker final : public FontPicker
-{
-public:
-    QList<FontChoice> requests;
-    std::deque<std::optional<FontChoice>> answers;
-    std::optional<FontChoice> pickFont(QWidget*, const FontChoice& initial) override
-    {
-        requests.append(initial);
-        if (answers.empty())
-            return std::nullopt;
-        const std::optional<FontChoice> answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-};
-
-class FakeFilePicker final : public FilePicker
-{
-public:
-    QList<FileRequest> requests;
-    std::deque<QString> answers;
-    QString pickFile(QWidget*, const FileRequest& request) override
+    QList<Request> requests;
+    std::deque<Answer> answers;
+    Answer next(const Request& request)
     {
         requests.append(request);
         if (answers.empty())
-            return QString();
-        const QString answer = answers.front();
+            return Answer{};
+        const Answer answer = answers.front();
         answers.pop_front();
         return answer;
     }
+};
+
+class FakeColorPicker final : public ColorPicker, public ScriptedAnswers<QColor, std::optional<QColor>>
+{
+public:
+    std::optional<QColor> pickColor(QWidget*, const QColor& initial) override { return next(initial); }
+};
+
+class FakeFontPicker final : public FontPicker, public ScriptedAnswers<FontChoice, std::optional<FontChoice>>
+{
+public:
+    std::optional<FontChoice> pickFont(QWidget*, const FontChoice& initial) override { return next(initial); }
+};
+
+class FakeFilePicker final : public FilePicker, public ScriptedAnswers<FileRequest, QString>
+{
+public:
+    QString pickFile(QWidget*, const FileRequest& request) override { return next(request); }
 };
 
 // A desktop's hot-key service: remembers what is held, refuses the combinations another
@@ -71,12 +56,11 @@ public:
     bool available = true;
     QSet<Combination> heldElsewhere;
     QMap<int, Combination> registered; // by identifier
-    QList<Combination> probed;
 
     bool isAvailable() const override { return available; }
     HotKeyStatus registerHotKey(int identifier, int virtualKey, int modifiers) override
     {
-        const HotKeyStatus status = statusOf(virtualKey, modifiers);
+        const HotKeyStatus status = probe(virtualKey, modifiers);
         if (status == HotKeyStatus::Registered)
             registered.insert(identifier, {virtualKey, modifiers});
         return status;
@@ -84,21 +68,14 @@ public:
     void unregisterHotKey(int identifier) override { registered.remove(identifier); }
     HotKeyStatus probe(int virtualKey, int modifiers) override
     {
-        probed.append({virtualKey, modifiers});
-        return statusOf(virtualKey, modifiers);
+        if (!available)
+            return HotKeyStatus::Unavailable;
+        return heldElsewhere.contains({virtualKey, modifiers}) ? HotKeyStatus::Taken : HotKeyStatus::Registered;
     }
     // The user presses a combination anywhere on the desktop.
     void press(int virtualKey, int modifiers)
     {
         if (registered.values().contains({virtualKey, modifiers}))
             emit activated(virtualKey, modifiers);
-    }
-
-private:
-    HotKeyStatus statusOf(int virtualKey, int modifiers) const
-    {
-        if (!available)
-            return HotKeyStatus::Unavailable;
-        return heldElsewhere.contains({virtualKey, modifiers}) ? HotKeyStatus::Taken : HotKeyStatus::Registered;
     }
 };

@@ -6,10 +6,13 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTimer>
 
 StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm, const QString& endDt,
@@ -82,6 +85,16 @@ QString Column(DatabaseConnection& db, int id, const char* column)
     return rows.front().text(QLatin1String(column));
 }
 
+QStringList EntryColumns(DatabaseConnection& db, int id, const QStringList& pairs)
+{
+    QStringList columns;
+    for (const QString& pair : pairs) {
+        const QString name = pair.section(QLatin1Char('='), 0, 0);
+        columns << name + QLatin1Char('=') + Column(db, id, qPrintable(name));
+    }
+    return columns;
+}
+
 QStringList Lines(DatabaseConnection& db, const QString& sql, const QStringList& columns)
 {
     QStringList lines;
@@ -131,6 +144,50 @@ QStringList WriteLog::lines() const
 void Click(QObject* root, const char* name)
 {
     Control<QAbstractButton>(root, name)->click();
+}
+
+QString Shown(QObject* root, const QString& name)
+{
+    QWidget* widget = Control<QWidget>(root, qPrintable(name));
+    if (auto* check = qobject_cast<QCheckBox*>(widget))
+        return check->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+    if (auto* combo = qobject_cast<QComboBox*>(widget))
+        return combo->currentText();
+    if (auto* text = qobject_cast<QPlainTextEdit*>(widget))
+        return text->toPlainText();
+    return widget->property("text").toString();
+}
+
+void Type(QObject* root, const QString& name, const QString& text)
+{
+    QWidget* widget = Control<QWidget>(root, qPrintable(name));
+    if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+        check->setChecked(text == QLatin1String("1"));
+    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+        combo->setCurrentIndex(text.isEmpty() ? -1 : combo->findText(text));
+        if (combo->currentIndex() < 0)
+            combo->setEditText(text);
+    } else if (auto* box = qobject_cast<QPlainTextEdit*>(widget)) {
+        box->setPlainText(text);
+    } else {
+        widget->setProperty("text", text);
+    }
+}
+
+void TypeAll(QObject* root, const QStringList& pairs)
+{
+    for (const QString& pair : pairs)
+        Type(root, pair.section(QLatin1Char('='), 0, 0), pair.section(QLatin1Char('='), 1));
+}
+
+QStringList ShownAll(QObject* root, const QStringList& pairs)
+{
+    QStringList shown;
+    for (const QString& pair : pairs) {
+        const QString name = pair.section(QLatin1Char('='), 0, 0);
+        shown << name + QLatin1Char('=') + Shown(root, name);
+    }
+    return shown;
 }
 
 void FocusIn(QWidget* widget)

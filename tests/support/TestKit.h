@@ -65,6 +65,8 @@ void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns = {})
 // ---- reading back -------------------------------------------------------------------------
 // One column of the entry with this ID, as text ("<no row>" when it is gone).
 QString Column(DatabaseConnection& db, int id, const char* column);
+// "COL=value" of the entry with this ID for each "COL=..." of pairs, for comparing with pairs.
+QStringList EntryColumns(DatabaseConnection& db, int id, const QStringList& pairs);
 // Every row of a statement as "a|b|c" lines of the named columns.
 QStringList Lines(DatabaseConnection& db, const QString& sql, const QStringList& columns);
 QStringList LineTexts(const QListWidget* list);
@@ -93,6 +95,15 @@ template <typename T = QWidget> T* Control(QObject* root, const char* name)
 }
 // Clicks the named button.
 void Click(QObject* root, const char* name);
+// What a person sees in the named box: a line, combo or text box's text, or "1"/"0" for a
+// check box.
+QString Shown(QObject* root, const QString& name);
+// Types into the named box as a person would: a combo box picks the item of that text when
+// there is one (none for ""), else takes the text typed; a check box takes "1" or "0".
+void Type(QObject* root, const QString& name, const QString& text);
+// "Name=text" pairs: Type() each in turn, or Shown() each for comparing with the list.
+void TypeAll(QObject* root, const QStringList& pairs);
+QStringList ShownAll(QObject* root, const QStringList& pairs);
 // What the widget sees when the user tabs into or out of it.
 void FocusIn(QWidget* widget);
 void FocusOut(QWidget* widget);
