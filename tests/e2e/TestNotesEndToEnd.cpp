@@ -5,7 +5,6 @@
 #include "support/DesktopSession.h"
 #include "support/TestKit.h"
 
-#include <QImage>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -76,7 +75,6 @@ private:
     void start(QProcess& calendar, const QString& dataDir);
 
     DesktopSession m_desktop;
-    QTemporaryDir m_scratch;
 };
 
 QStringList TestNotesEndToEnd::windows(qint64 pid, const QString& title)
@@ -101,14 +99,18 @@ QRect TestNotesEndToEnd::geometryOf(const QString& window)
 QList<SeenNote> TestNotesEndToEnd::seeNotes(qint64 pid)
 {
     QList<SeenNote> seen;
-    const QString shot = m_scratch.filePath(QStringLiteral("screen.png"));
     for (const QString& window : windows(pid, QStringLiteral("^付箋$"))) {
         xdotool(Args({"windowraise", window}));
-        QTest::qWait(100);
-        m_desktop.run(QStringLiteral("import"), Args({"-window", "root", shot}));
+        QTest::qWait(50);
         SeenNote note{window, geometryOf(window).topLeft(), -1, QString()};
         // The colour strip runs along the top edge, inside the hairline border.
-        note.colour = ColourIndexOf(QImage(shot).pixel(note.place + QPoint(30, 5)));
+        const QPoint strip = note.place + QPoint(30, 5);
+        const QString pixel =
+            m_desktop.run(QStringLiteral("import"),
+                          Args({"-window", "root", "-crop", QStringLiteral("1x1+%1+%2").arg(strip.x()).arg(strip.y()),
+                                "-depth", 8, "txt:-"}));
+        const QString hex = QRegularExpression(QStringLiteral("#([0-9A-Fa-f]{6})")).match(pixel).captured(1);
+        note.colour = ColourIndexOf(static_cast<QRgb>(hex.toUInt(nullptr, 16)));
         seen << note;
     }
     return seen;

@@ -1,8 +1,11 @@
 // The note window and the slot table: which slot a note takes, its colour, its place.
+#include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
 #include "support/TestKit.h"
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QtTest>
@@ -18,6 +21,8 @@ private slots:
     void colourShown();
     void handOverPlace_data();
     void handOverPlace();
+    void editorHandsEntryToNote_data();
+    void editorHandsEntryToNote();
 };
 
 void TestStickyNotes::thirtyFirstNoteRefusedAndFreedSlotReused()
@@ -112,6 +117,44 @@ void TestStickyNotes::handOverPlace()
         QVERIFY(note->screen()->availableGeometry().contains(note->frameGeometry()));
     else if (place != QPoint(-1, -1))
         QCOMPARE(note->pos(), place);
+}
+
+void TestStickyNotes::editorHandsEntryToNote_data()
+{
+    QTest::addColumn<bool>("task");
+    QTest::addColumn<bool>("post");
+    // clang-format off
+    QTest::newRow("schedule, asked") << false << true;
+    QTest::newRow("task, asked") << true << true;
+    QTest::newRow("schedule, not asked") << false << false;
+    // clang-format on
+}
+
+void TestStickyNotes::editorHandsEntryToNote()
+{
+    QFETCH(bool, task);
+    QFETCH(bool, post);
+    TestEnvironment env;
+    env.services.connection.reset();
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    env.random.values = {0.5, 0.5};
+    ModalAnswer answer([post](QWidget* editor) {
+        Control<QLineEdit>(editor, "TxtYouken")->setText(QStringLiteral("会議 it's on"));
+        Control<QCheckBox>(editor, "ChkPost")->setChecked(post);
+        Click(editor, "ComOK");
+    });
+    if (task)
+        main.NewTask(QDate(2026, 11, 24));
+    else
+        main.NewSchedule(QDate(2026, 11, 24));
+    QVERIFY(answer.opened() && !answer.stayedOpen());
+    const StickyNoteSlot& slot = env.services.state.StickyNotes[1];
+    QCOMPARE(slot.inUse, post);
+    QCOMPARE(slot.text.contains(QStringLiteral("\n会議 it's on")), post);
+    if (post)
+        QCOMPARE(qobject_cast<FrmPost*>(slot.window.data())->colorIndex(), 3);
+    main.Form_Unload();
 }
 
 VERDALY_TEST(TestStickyNotes)
