@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace {
@@ -281,6 +282,31 @@ void HalvernCalendar::showNextMonth()
 void HalvernCalendar::goToToday()
 {
     setCurrentDate(today());
+}
+
+bool HalvernCalendar::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QDate date = dateAt(help->pos());
+    // The holiday's name comes first, then whatever the owner says about the day.
+    QStringList lines;
+    if (date.isValid()) {
+        if (const QString holiday = holidayName(date); !holiday.isEmpty())
+            lines << holiday;
+        if (const QString more = m_dayToolTip ? m_dayToolTip(date) : QString(); !more.isEmpty())
+            lines << more;
+    }
+    const QString text = lines.join(QLatin1Char('\n'));
+    if (text.isEmpty()) {
+        QToolTip::hideText();
+        event->ignore();
+    } else {
+        // Tied to the day's cell: moving to another day asks again.
+        QToolTip::showText(help->globalPos(), text, this, dayRect(date));
+    }
+    return true;
 }
 
 void HalvernCalendar::mousePressEvent(QMouseEvent* event)

@@ -24,6 +24,7 @@ class HalvernCalendar final : public QWidget
     Q_OBJECT
 public:
     using TodayProvider = std::function<QDate()>;
+    using DayToolTipProvider = std::function<QString(const QDate&)>;
 
     explicit HalvernCalendar(QWidget* parent = nullptr);
 
@@ -72,6 +73,8 @@ public:
     // Without a provider there is no today: no mark, and Home does nothing.
     void setTodayProvider(TodayProvider provider);
     void setToday(const QDate& date);
+    // The text shown when the pointer rests on a day, under the holiday's name ("" adds nothing).
+    void setDayToolTipProvider(DayToolTipProvider provider) { m_dayToolTip = std::move(provider); }
     QDate today() const;
 
     // Where things are, in widget coordinates (empty for a day outside the grid).
@@ -96,6 +99,7 @@ signals:
     void dateClicked(const QDate& date);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -135,6 +139,7 @@ private:
     QHash<int, SpotDesign> m_spots;
     QColor m_gridLineColor;
     TodayProvider m_today;
+    DayToolTipProvider m_dayToolTip;
     QDate m_pressedDate;
     QDate m_hoverDate;
     int m_hoverArrow = 0; // -1 previous, 1 next, 0 none

@@ -3,6 +3,10 @@
 #include "entries/EntryKinds.h"
 #include "store/Rows.h"
 #include "store/SqlText.h"
+#include "store/StoreLog.h"
+
+#include <QMutex>
+#include <QSet>
 
 namespace {
 
@@ -108,8 +112,77 @@ QDate DayOffDate(int year, qint64 month, qint64 day)
 
 QString PanelSubject(const Row& entry)
 {
-    const QString subject = entry.text(QStringLiteral("BUSINESS"));
+    QString subject = entry.text(QStringLiteral("BUSINESS"));
+    subject.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    for (const QChar c : {QChar(u'\n'), QChar(u'\r'), QChar(u'\t'), QChar(0x2028), QChar(0x2029)})
+        subject.replace(c, QLatin1Char(' '));
     if (entry.text(QStringLiteral("COMPLETION")) == QLatin1String("1"))
         return QStringLiteral("[済]") + subject;
     return subject;
+}
+
+namespace {
+
+bool IsStoredDate(const QString& text)
+{
+    // The empty text converts to the no-date value, which no kind may stand on.
+    return text.size() == 8 && StoredDateToDate(text).isValid();
+}
+
+bool IsStoredTimeOrEmpty(const QString& text)
+{
+    if (text.isEmpty())
+        return true;
+    if (text.size() != 5 || text.at(2) != QLatin1Char(':'))
+        return false;
+    bool hourOk = false;
+    bool minuteOk = false;
+    const int hour = QStringView(text).left(2).toInt(&hourOk);
+    const int minute = QStringView(text).mid(3).toInt(&minuteOk);
+    // "24:00" is how an entry ending at midnight is written.
+    return hourOk && minuteOk && text.at(0).isDigit() && text.at(3).isDigit() && minute >= 0 && minute <= 59 &&
+           hour >= 0 && (hour < 24 || (hour == 24 && minute == 0));
+}
+
+} // namespace
+
+bool EntryRowIsReadable(const QString& FROMTOKBN, const QString& STARTDT, const QString& STARTTM, const QString& ENDDT,
+                        const QString& ENDTM)
+{
+    if (FROMTOKBN.size() != 2 || !IsStoredTimeOrEmpty(STARTTM) || !IsStoredTimeOrEmpty(ENDTM))
+        return false;
+    const int number = FROMTOKBN.at(1).digitValue();
+    switch (FROMTOKBN.at(0).unicode()) {
+    case 'A':
+        return number >= 1 && number <= 5 && IsStoredDate(STARTDT) && IsStoredDate(ENDDT);
+    case 'D':
+        return number >= 1 && number <= 5 && IsStoredDate(STARTDT);
+    case 'B':
+    case 'C':
+        return number >= 1 && number <= 4 && IsStoredDate(STARTDT) && IsStoredDate(ENDDT);
+    case 'T':
+        return number >= 1 && number <= 2 && IsStoredDate(ENDDT);
+    default:
+        return false;
+    }
+}
+
+bool EntryRowIsReadable(const Row& entry)
+{
+    if (EntryRowIsReadable(entry.text(QStringLiteral("FROMTOKBN")), entry.text(QStringLiteral("STARTDT")),
+                           entry.text(QStringLiteral("STARTTM")), entry.text(QStringLiteral("ENDDT")),
+                           entry.text(QStringLiteral("ENDTM"))))
+        return true;
+    static QMutex mutex;
+    static QSet<qint64> logged;
+    const qint64 id = entry.number(QStringLiteral("ID"));
+    const QMutexLocker lock(&mutex);
+    if (!logged.contains(id)) {
+        logged.insert(id);
+        qCWarning(lcStore) << "entry" << id << "cannot be read and is left out: kind"
+                           << entry.text(QStringLiteral("FROMTOKBN")) << "start"
+                           << entry.text(QStringLiteral("STARTDT")) << entry.text(QStringLiteral("STARTTM")) << "end"
+                           << entry.text(QStringLiteral("ENDDT")) << entry.text(QStringLiteral("ENDTM"));
+    }
+    return false;
 }

@@ -31,5 +31,14 @@ QVector<QDate> EntryMarkDates(const Row& entry, const QDate& first, const QDate&
 // when the pair makes no date in that year (2/29 outside leap years, 2/30, 13/1).
 QDate DayOffDate(int year, qint64 month, qint64 day);
 
-// The subject shown in the panel: finished tasks carry the done mark.
+// The subject shown in the panel and the day's tooltip, on one line (a line break or a
+// tab shows as a blank): finished tasks carry the done mark.
 QString PanelSubject(const Row& entry);
+
+// Whether a row's kind, dates and times can be read the way its kind needs them. A row
+// that cannot marks no day and takes no line of the panel: left in, a row with an empty
+// start date would match every day of every month.
+bool EntryRowIsReadable(const QString& FROMTOKBN, const QString& STARTDT, const QString& STARTTM, const QString& ENDDT,
+                        const QString& ENDTM);
+// The same for a TRNSCHTSK row; an unreadable row is logged, once per ID for the run.
+bool EntryRowIsReadable(const Row& entry);

@@ -8,6 +8,7 @@
 #include "common/Fonts.h"
 #include "common/LinkLabel.h"
 #include "common/UserAction.h"
+#include "mainwindow/DayToolTip.h"
 #include "notes/StickyNotes.h"
 #include "shell/SingleInstance.h"
 
@@ -54,6 +55,13 @@ void FrmMain::buildControls()
     m_calendar = new HalvernCalendar(this);
     m_calendar->setObjectName(QStringLiteral("HalvernCalendar"));
     m_calendar->setTodayProvider([this] { return m_app.clock ? m_app.clock->today() : QDate(); });
+    m_calendar->setDayToolTipProvider([this](const QDate& day) {
+        QString text;
+        // Hovering must never raise a message box: a day that cannot be read shows nothing.
+        RunUserAction(
+            m_app, this, [&] { text = DayToolTipText(m_app.db(), day); }, false);
+        return text;
+    });
     connect(m_calendar, &HalvernCalendar::dateChanged, this, &FrmMain::onDayChanged);
     connect(m_calendar, &HalvernCalendar::monthChanged, this, &FrmMain::onMonthChanged);
 
@@ -75,16 +83,24 @@ void FrmMain::buildControls()
         time->setMinimumWidth(QFontMetrics(timeFont).horizontalAdvance(QString(13, QLatin1Char('0'))));
         auto* subject = MakeLink(QStringLiteral("LabYotei(%1)").arg(i), QString(), this);
         subject->setTextFormat(Qt::PlainText);
-        // Long subjects are cut by the window's edge instead of widening it.
-        subject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        // Long subjects are elided instead of widening the window, and a row is one line
+        // high, empty or not, so the grid above never moves with what the panel holds.
+        subject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        subject->installEventFilter(this);
+        time->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         LabTime[static_cast<size_t>(i)] = time;
         LabYotei[static_cast<size_t>(i)] = subject;
         rows->addWidget(time, i, 0);
         rows->addWidget(subject, i, 1);
     }
     rows->setColumnStretch(1, 1);
+    FixPanelRowHeights();
 
     LabMore = MakeLink(QStringLiteral("LabMore"), QStringLiteral("more..."), this);
+    QSizePolicy morePolicy = LabMore->sizePolicy();
+    // Its line is kept while it is hidden: the grid must not jump when it appears.
+    morePolicy.setRetainSizeWhenHidden(true);
+    LabMore->setSizePolicy(morePolicy);
     LabMore->hide();
     LabMenu = MakeLink(QStringLiteral("LabMenu"), QStringLiteral("Menu"), this);
     LabJump = MakeLink(QStringLiteral("LabJump"), QStringLiteral("Jump"), this);

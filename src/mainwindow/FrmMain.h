@@ -108,8 +108,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void AddTrayIcon();
@@ -122,6 +122,11 @@ private:
     // empty rather than showing another day's data, and the next tick of FollowClock tries again.
     void refreshView(bool wholeMonth);
     void ClearDayPanel();
+    void ElidePanelSubject(int row);
+    // Shrinks the design's fonts for this window only, as far as needed for the window to
+    // fit its screen: a huge font in a design row must not push the window off it.
+    void FitDesignToScreen();
+    void FixPanelRowHeights();
     // Keeps the grid's today on the clock's today without any input: at midnight, and
     // within a minute of a wake from sleep or a change of the clock.
     void FollowClock();
@@ -155,6 +160,7 @@ private:
     // What each panel row shows (0 / "" when empty), for the click and drag handlers.
     std::array<int, PanelRows> m_panelEntryId{};
     std::array<QString, PanelRows> m_panelEntryData{};
+    std::array<QString, PanelRows> m_panelSubject{}; // whole, before eliding
     QColor m_labelForeColor;
     // What the panel shows now: a refresh for the same day over unchanged data is skipped
     // (turning a page refreshes the panel once from the month and once from the day).

@@ -11,8 +11,14 @@
 #include "entries/EntryKinds.h"
 #include "entries/EntryQueries.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QLabel>
+#include <QLayout>
+#include <QLoggingCategory>
+#include <QScreen>
+
+Q_LOGGING_CATEGORY(lcMainWindow, "verdaly.mainwindow")
 
 #include <optional>
 
@@ -51,6 +57,8 @@ void FrmMain::RefreshMonthMarks()
     m_calendar->ClearEntryMarks();
     const Rows entries = db.ReadRows(MonthQuerySql(first, last));
     for (const Row& entry : entries) {
+        if (!EntryRowIsReadable(entry))
+            continue;
         for (const QDate& day : EntryMarkDates(entry, first, last))
             m_calendar->MarkEntryDay(day);
     }
@@ -82,13 +90,16 @@ void FrmMain::RefreshDayPanel()
     const Rows entries = db.ReadRows(DayQuerySql(day));
     size_t n = 0;
     for (const Row& entry : entries) {
+        if (!EntryRowIsReadable(entry))
+            continue;
         if (n >= PanelRows) {
             LabMore->show();
             break;
         }
         LabTime[n]->setText(EntryLineText(day, entry));
         const QString subject = PanelSubject(entry);
-        LabYotei[n]->setText(subject);
+        m_panelSubject[n] = subject;
+        ElidePanelSubject(static_cast<int>(n));
         LabYotei[n]->setToolTip(subject);
         m_panelEntryId[n] = static_cast<int>(entry.number(QStringLiteral("ID")));
         m_panelEntryData[n] = entry.text(QStringLiteral("DATA"));
@@ -106,8 +117,65 @@ void FrmMain::ClearDayPanel()
         LabTime[i]->clear();
         LabYotei[i]->clear();
         LabYotei[i]->setToolTip(QString());
+        m_panelSubject[i].clear();
         m_panelEntryId[i] = 0;
         m_panelEntryData[i].clear();
+    }
+}
+
+void FrmMain::ElidePanelSubject(int row)
+{
+    LinkLabel* label = LabYotei.at(static_cast<size_t>(row));
+    const QString& subject = m_panelSubject.at(static_cast<size_t>(row));
+    // A subject too long for the panel ends in an ellipsis instead of being cut mid-glyph.
+    const int width = label->contentsRect().width();
+    label->setText(width > 0 ? label->fontMetrics().elidedText(subject, Qt::ElideRight, width) : subject);
+}
+
+bool FrmMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange) {
+        for (int i = 0; i < PanelRows; ++i) {
+            if (watched == LabYotei.at(static_cast<size_t>(i)))
+                ElidePanelSubject(i);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void FrmMain::FitDesignToScreen()
+{
+    const QScreen* screen = this->screen();
+    if (!screen)
+        return;
+    // Room for the window manager's frame, which is not known before the window is shown.
+    const QSize room = screen->availableGeometry().size() - QSize(16, 48);
+    FixPanelRowHeights();
+    for (int pass = 0; pass < 4; ++pass) {
+        layout()->activate();
+        const QSize need = minimumSizeHint();
+        if (need.width() <= room.width() && need.height() <= room.height())
+            return;
+        const double factor = 0.95 * qMin(static_cast<double>(room.width()) / need.width(),
+                                          static_cast<double>(room.height()) / need.height());
+        const auto scaled = [factor](QFont font) {
+            if (font.pointSizeF() > 0)
+                font.setPointSizeF(qMax(6.0, font.pointSizeF() * factor));
+            else if (font.pixelSize() > 0)
+                font.setPixelSize(qMax(8, qRound(font.pixelSize() * factor)));
+            return font;
+        };
+        qCWarning(lcMainWindow) << "the design's fonts do not fit the screen; shown at" << factor << "of their size";
+        for (const int code : CalendarSpot::Codes) {
+            SpotDesign design = m_calendar->spotDesign(code);
+            design.font = scaled(design.font);
+            m_calendar->setSpotDesign(code, design);
+        }
+        for (QLabel* label : findChildren<QLabel*>())
+            label->setFont(scaled(label->font()));
+        for (QLabel* time : LabTime)
+            time->setMinimumWidth(time->fontMetrics().horizontalAdvance(QString(13, QLatin1Char('0'))));
+        FixPanelRowHeights();
     }
 }
 
@@ -159,6 +227,16 @@ void FrmMain::ApplyDesignSettings()
     linePalette.setColor(QPalette::WindowText, m_labelForeColor);
     LinLine->setPalette(linePalette);
     ResetLinkStyles();
+    FitDesignToScreen();
+}
+
+void FrmMain::FixPanelRowHeights()
+{
+    for (size_t i = 0; i < PanelRows; ++i) {
+        const int height = qMax(LabTime[i]->fontMetrics().height(), LabYotei[i]->fontMetrics().height());
+        LabTime[i]->setFixedHeight(height);
+        LabYotei[i]->setFixedHeight(height);
+    }
 }
 
 void FrmMain::ResetLinkStyles()

@@ -125,6 +125,8 @@ bool FrmMain::Form_Load()
     // 8., 9.
     RunStep("transparency", [&] { ApplyTransparency(); });
     RunStep("design settings", [&] { ApplyDesignSettings(); });
+    // The placement was made for the last design and screen; all of the window stays on this one.
+    KeepOnScreen(*this);
 
     // 10.
     m_app.state.MainWindowIdle = true;
@@ -260,10 +262,4 @@ void FrmMain::closeEvent(QCloseEvent* event)
     m_unloaded = true;
     event->accept();
     QCoreApplication::quit();
-}
-
-void FrmMain::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    ApplyPendingOuterSize(*this);
 }

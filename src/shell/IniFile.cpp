@@ -61,52 +61,87 @@ QString ReadIniValue(const QString& file, const QString& section, const QString&
     return {};
 }
 
-bool WriteIniValue(const QString& file, const QString& section, const QString& key, const QString& value)
+namespace {
+
+// The lines of a section (its header excluded) as [first, last) line indexes; first is -1
+// when there is no such section.
+QPair<int, int> SectionLines(const QStringList& lines, const QString& section)
 {
-    QStringList lines = ReadLines(file);
-    const QString assignment = key + QLatin1Char('=') + value;
-    int sectionLine = -1;
-    int lastLineOfSection = -1;
-    bool written = false;
-    for (int i = 0; i < lines.size() && !written; ++i) {
+    int first = -1;
+    for (int i = 0; i < lines.size(); ++i) {
         QString name;
-        if (IsSectionHeader(lines.at(i), &name)) {
-            if (sectionLine >= 0)
-                break;
-            if (name.compare(section, Qt::CaseInsensitive) == 0) {
-                sectionLine = i;
-                lastLineOfSection = i;
-            }
+        if (!IsSectionHeader(lines.at(i), &name))
             continue;
-        }
-        if (sectionLine < 0)
-            continue;
-        QString k, v;
-        if (SplitAssignment(lines.at(i), &k, &v) && k.compare(key, Qt::CaseInsensitive) == 0) {
-            lines[i] = assignment;
-            written = true;
-        } else if (!lines.at(i).trimmed().isEmpty()) {
-            lastLineOfSection = i;
-        }
+        if (first >= 0)
+            return {first, i};
+        if (name.compare(section, Qt::CaseInsensitive) == 0)
+            first = i + 1;
     }
-    if (!written) {
-        if (sectionLine < 0) {
-            if (!lines.isEmpty() && !lines.last().trimmed().isEmpty())
-                lines << QString();
-            lines << QLatin1Char('[') + section + QLatin1Char(']') << assignment;
-        } else {
-            lines.insert(lastLineOfSection + 1, assignment);
-        }
-    }
+    return {first, static_cast<int>(lines.size())};
+}
+
+bool WriteLines(const QString& file, const QStringList& lines)
+{
+    const QByteArray bytes = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
     QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Text)) {
+    // Unbuffered, so that a failed write shows here and not only at the final flush.
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         qCWarning(lcShell) << "cannot write" << file << out.errorString();
         return false;
     }
-    out.write((lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8());
+    if (out.write(bytes) != bytes.size() || !out.flush()) {
+        qCWarning(lcShell) << "cannot write" << file << out.errorString();
+        out.cancelWriting();
+        return false;
+    }
     if (!out.commit()) {
         qCWarning(lcShell) << "cannot save" << file << out.errorString();
         return false;
     }
     return true;
+}
+
+} // namespace
+
+bool WriteIniSection(const QString& file, const QString& section, const IniValues& values)
+{
+    QStringList lines = ReadLines(file);
+    QStringList body;
+    for (const auto& [key, value] : values)
+        body << key + QLatin1Char('=') + value;
+    const auto [first, last] = SectionLines(lines, section);
+    if (first < 0) {
+        if (!lines.isEmpty() && !lines.last().trimmed().isEmpty())
+            lines << QString();
+        lines << QLatin1Char('[') + section + QLatin1Char(']') << body;
+    } else {
+        // Blank lines and comments that end the section stay where they are.
+        int end = last;
+        while (end > first && (lines.at(end - 1).trimmed().isEmpty() || lines.at(end - 1).startsWith(QLatin1Char(';'))))
+            --end;
+        lines = lines.mid(0, first) + body + lines.mid(end);
+    }
+    return WriteLines(file, lines);
+}
+
+bool WriteIniValue(const QString& file, const QString& section, const QString& key, const QString& value)
+{
+    const QStringList lines = ReadLines(file);
+    const auto [first, last] = SectionLines(lines, section);
+    IniValues values;
+    bool written = false;
+    for (int i = qMax(first, 0); first >= 0 && i < last; ++i) {
+        QString k, v;
+        if (!SplitAssignment(lines.at(i), &k, &v))
+            continue;
+        if (k.compare(key, Qt::CaseInsensitive) == 0) {
+            values.append({key, value});
+            written = true;
+        } else {
+            values.append({k, v});
+        }
+    }
+    if (!written)
+        values.append({key, value});
+    return WriteIniSection(file, section, values);
 }

@@ -4,8 +4,11 @@
 #include "shell/IniFile.h"
 #include "shell/ShellLog.h"
 
-#include <QSize>
-#include <QVariant>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
 #include <QWidget>
 
 #include <cmath>
@@ -13,7 +16,7 @@
 
 namespace {
 
-const char* const PendingOuterSize = "verdalyPendingOuterSize";
+const QString MaximizedKey = QStringLiteral("Maximized");
 
 std::optional<int> ReadTwips(const QString& iniPath, const QString& section, const QString& key)
 {
@@ -22,7 +25,7 @@ std::optional<int> ReadTwips(const QString& iniPath, const QString& section, con
         return std::nullopt;
     bool ok = false;
     const double value = text.toDouble(&ok);
-    if (!ok || !std::isfinite(value)) {
+    if (!ok || !std::isfinite(value) || std::abs(value) > 1e9) {
         qCWarning(lcShell) << "ignoring" << section << key << "=" << text << "(not a number)";
         return std::nullopt;
     }
@@ -36,10 +39,88 @@ QSize FrameExtra(const QWidget& window)
     return {frame.width() - inner.width(), frame.height() - inner.height()};
 }
 
-void ResizeOuter(QWidget& window, const QSize& outer)
+QRect AvailableArea(const QWidget& window, const QPoint& near)
 {
-    const QSize extra = FrameExtra(window);
-    window.resize(qMax(1, outer.width() - extra.width()), qMax(1, outer.height() - extra.height()));
+    const QScreen* screen = QGuiApplication::screenAt(near);
+    if (!screen)
+        screen = window.screen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
+// The outer rectangle moved and shrunk into area.
+QRect Fitted(QRect outer, const QRect& area)
+{
+    if (area.isEmpty())
+        return outer;
+    outer.setSize(outer.size().boundedTo(area.size()));
+    outer.moveLeft(qBound(area.left(), outer.left(), area.right() + 1 - outer.width()));
+    outer.moveTop(qBound(area.top(), outer.top(), area.bottom() + 1 - outer.height()));
+    return outer;
+}
+
+// The normal outer placement read from the file, until the window manager's frame is known
+// and the inner size can be made to match it. While it waits it also answers what the
+// normal placement is (a window restored maximised has not shown it yet).
+class PendingPlacement final : public QObject
+{
+public:
+    PendingPlacement(QWidget& window, const QRect& outer) : QObject(&window), m_window(window), m_outer(outer)
+    {
+        setObjectName(QStringLiteral("PendingPlacement"));
+        m_poll.setInterval(40);
+        connect(&m_poll, &QTimer::timeout, this, &PendingPlacement::tryApply);
+        window.installEventFilter(this);
+    }
+    QRect outer() const { return m_outer; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == &m_window && (event->type() == QEvent::Show || event->type() == QEvent::WindowStateChange)) {
+            m_waited.start();
+            m_poll.start();
+        }
+        return false;
+    }
+
+private:
+    void tryApply()
+    {
+        if (!m_window.isVisible() ||
+            (m_window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized))) {
+            // Applied when the window comes back to its normal state.
+            m_poll.stop();
+            return;
+        }
+        const QSize extra = FrameExtra(m_window);
+        // Without a window manager there is no frame: after a while, none is coming.
+        if (extra.isNull() && m_waited.elapsed() < 1500)
+            return;
+        m_poll.stop();
+        m_window.resize(qMax(1, m_outer.width() - extra.width()), qMax(1, m_outer.height() - extra.height()));
+        m_window.move(m_outer.topLeft());
+        deleteLater();
+    }
+
+    QWidget& m_window;
+    QRect m_outer;
+    QTimer m_poll;
+    QElapsedTimer m_waited;
+};
+
+// The window's normal outer placement, also while it is maximised.
+QRect NormalOuter(const QWidget& window)
+{
+    if (const auto* pending =
+            window.findChild<PendingPlacement*>(QStringLiteral("PendingPlacement"), Qt::FindDirectChildrenOnly))
+        return pending->outer();
+    if (window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) {
+        const QRect frame = window.frameGeometry();
+        const QRect inner = window.geometry();
+        return window.normalGeometry().adjusted(frame.left() - inner.left(), frame.top() - inner.top(),
+                                                frame.right() - inner.right(), frame.bottom() - inner.bottom());
+    }
+    return window.frameGeometry();
 }
 
 } // namespace
@@ -49,14 +130,15 @@ void SaveWindowPlacement(const QWidget& window, const QString& iniPath, const QS
     if (window.isMinimized())
         return;
     const double dpi = Units::LogicalDpi(&window);
-    const QRect frame = window.frameGeometry();
-    const auto write = [&](const char* key, int pixels) {
-        WriteIniValue(iniPath, section, QString::fromLatin1(key), QString::number(Units::PixelsToTwips(pixels, dpi)));
-    };
-    write("Top", frame.top());
-    write("Left", frame.left());
-    write("Height", frame.height());
-    write("Width", frame.width());
+    const QRect outer = NormalOuter(window);
+    const auto twips = [dpi](int pixels) { return QString::number(Units::PixelsToTwips(pixels, dpi)); };
+    IniValues values{{QStringLiteral("Top"), twips(outer.top())},
+                     {QStringLiteral("Left"), twips(outer.left())},
+                     {QStringLiteral("Height"), twips(outer.height())},
+                     {QStringLiteral("Width"), twips(outer.width())}};
+    if (window.isMaximized())
+        values.append({MaximizedKey, QStringLiteral("1")});
+    WriteIniSection(iniPath, section, values);
 }
 
 void RestoreWindowPlacement(QWidget& window, const QString& iniPath, const QString& section)
@@ -66,26 +148,38 @@ void RestoreWindowPlacement(QWidget& window, const QString& iniPath, const QStri
     const auto left = ReadTwips(iniPath, section, QStringLiteral("Left"));
     const auto height = ReadTwips(iniPath, section, QStringLiteral("Height"));
     const auto width = ReadTwips(iniPath, section, QStringLiteral("Width"));
+    if (!top && !left && !height && !width)
+        return;
 
-    const QRect frame = window.frameGeometry();
-    if (top || left) {
-        window.move(left ? Units::TwipsToPixels(*left, dpi) : frame.left(),
-                    top ? Units::TwipsToPixels(*top, dpi) : frame.top());
-    }
-    if (height || width) {
-        const QSize outer(width ? Units::TwipsToPixels(*width, dpi) : frame.width(),
-                          height ? Units::TwipsToPixels(*height, dpi) : frame.height());
-        ResizeOuter(window, outer);
-        if (!window.isVisible())
-            window.setProperty(PendingOuterSize, outer);
-    }
+    QRect outer = window.frameGeometry();
+    if (left)
+        outer.moveLeft(Units::TwipsToPixels(*left, dpi));
+    if (top)
+        outer.moveTop(Units::TwipsToPixels(*top, dpi));
+    if (width)
+        outer.setWidth(Units::TwipsToPixels(*width, dpi));
+    if (height)
+        outer.setHeight(Units::TwipsToPixels(*height, dpi));
+    outer = Fitted(outer, AvailableArea(window, outer.center()));
+
+    const QSize extra = FrameExtra(window);
+    window.move(outer.topLeft());
+    window.resize(qMax(1, outer.width() - extra.width()), qMax(1, outer.height() - extra.height()));
+    if (!window.isVisible())
+        new PendingPlacement(window, outer);
+    if (ReadIniValue(iniPath, section, MaximizedKey) == QLatin1String("1"))
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
-void ApplyPendingOuterSize(QWidget& window)
+void KeepOnScreen(QWidget& window)
 {
-    const QVariant pending = window.property(PendingOuterSize);
-    if (!pending.isValid())
+    if (window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized))
         return;
-    window.setProperty(PendingOuterSize, QVariant());
-    ResizeOuter(window, pending.toSize());
+    const QRect outer = window.frameGeometry();
+    const QRect fitted = Fitted(outer, AvailableArea(window, outer.center()));
+    if (fitted == outer)
+        return;
+    const QSize extra = FrameExtra(window);
+    window.resize(qMax(1, fitted.width() - extra.width()), qMax(1, fitted.height() - extra.height()));
+    window.move(fitted.topLeft());
 }

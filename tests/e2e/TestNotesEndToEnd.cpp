@@ -2,8 +2,8 @@
 // outright or told to stop and started again: every note must come back with its text,
 // its colour and its place.
 #include "notes/StickyNoteColors.h"
-#include "support/DesktopSession.h"
 #include "support/TestKit.h"
+#include "support/VirtualDesktop.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -61,7 +61,7 @@ class TestNotesEndToEnd final : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY2(!m_desktop.display().isEmpty(), qPrintable(m_desktop.error())); }
+    void initTestCase();
     void notesComeBack_data();
     void notesComeBack();
 
@@ -74,8 +74,14 @@ private:
     QList<SeenNote> seeNotes(qint64 pid);
     void start(QProcess& calendar, const QString& dataDir);
 
-    DesktopSession m_desktop;
+    VirtualDesktop m_desktop;
 };
+
+void TestNotesEndToEnd::initTestCase()
+{
+    const QString why = m_desktop.start(QStringLiteral("1024x768"), true);
+    QVERIFY2(why.isEmpty(), qPrintable(why));
+}
 
 QStringList TestNotesEndToEnd::windows(qint64 pid, const QString& title)
 {
@@ -120,8 +126,7 @@ void TestNotesEndToEnd::start(QProcess& calendar, const QString& dataDir)
 {
     calendar.setProcessEnvironment(m_desktop.environment());
     calendar.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    calendar.start(QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly")),
-                   {QStringLiteral("--data-dir"), dataDir});
+    calendar.start(VerdalyProgram(), {QStringLiteral("--data-dir"), dataDir});
     QVERIFY(calendar.waitForStarted());
     QTRY_VERIFY2_WITH_TIMEOUT(!windows(calendar.processId(), QStringLiteral("/")).isEmpty(), "no calendar", 20000);
 }

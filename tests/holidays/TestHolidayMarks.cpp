@@ -2,7 +2,9 @@
 #include "calendarcontrol/HalvernCalendar.h"
 #include "support/TestKit.h"
 
+#include <QHelpEvent>
 #include <QImage>
+#include <QToolTip>
 #include <QtTest>
 
 // Holidays on the month grid: which shown days carry them, the switch, and the painting.
@@ -15,6 +17,8 @@ private slots:
     void showSetting_data();
     void showSetting();
     void paintHolidayAndDayOff();
+    void toolTip_data();
+    void toolTip();
 };
 
 void TestHolidayMarks::neighbouringMonthsToo()
@@ -96,6 +100,41 @@ void TestHolidayMarks::paintHolidayAndDayOff()
     calendar.render(&image);
     QCOMPARE(back(QDate(2026, 5, 5)), QColor(0x10, 0x20, 0x30));
     QCOMPARE(back(QDate(2026, 4, 29)), QColor(0xF0, 0xF0, 0xF0));
+}
+
+void TestHolidayMarks::toolTip_data()
+{
+    QTest::addColumn<QDate>("day");
+    QTest::addColumn<bool>("shown");
+    QTest::addColumn<QString>("owner"); // what the owner says about the day
+    QTest::addColumn<QString>("tip");
+    const QDate labour(2026, 11, 23);
+    const QDate plain(2026, 11, 24);
+    const QString entry = QStringLiteral("10:00 会議");
+    QTest::newRow("holiday alone") << labour << true << QString() << QStringLiteral("勤労感謝の日");
+    QTest::newRow("holiday and entries") << labour << true << entry << QStringLiteral("勤労感謝の日\n10:00 会議");
+    QTest::newRow("plain day") << plain << true << entry << entry;
+    QTest::newRow("holidays hidden") << labour << false << entry << entry;
+    QTest::newRow("nothing to say") << plain << true << QString() << QString();
+}
+
+void TestHolidayMarks::toolTip()
+{
+    QFETCH(QDate, day);
+    QFETCH(bool, shown);
+    QFETCH(QString, owner);
+    QFETCH(QString, tip);
+    HalvernCalendar calendar;
+    calendar.resize(490, 420);
+    calendar.setCurrentDate(day);
+    calendar.setHolidaysShown(shown);
+    calendar.setDayToolTipProvider([owner](const QDate&) { return owner; });
+    calendar.show();
+    QToolTip::hideText();
+    const QPoint at = calendar.dayRect(day).center();
+    QHelpEvent event(QEvent::ToolTip, at, calendar.mapToGlobal(at));
+    QApplication::sendEvent(&calendar, &event);
+    QCOMPARE(QToolTip::isVisible() ? QToolTip::text() : QString(), tip);
 }
 
 VERDALY_TEST(TestHolidayMarks)

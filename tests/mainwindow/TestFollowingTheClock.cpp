@@ -68,7 +68,7 @@ void TestFollowingTheClock::todayFollowsTheClock()
         // The new day's grid and panel are filled, not left from the day before.
         QVERIFY(main.calendar()->isShown(after.date()));
         QVERIFY(main.calendar()->isEntryDay(after.date()));
-        QCOMPARE(main.findChild<QLabel*>(QStringLiteral("LabYotei(0)"))->text(), QStringLiteral("新しい日の予定"));
+        QCOMPARE(Shown(&main, "LabYotei(0)"), QStringLiteral("新しい日の予定"));
     }
     QVERIFY(env.prompter.shown.isEmpty());
     main.Form_Unload();
@@ -86,7 +86,7 @@ void TestFollowingTheClock::lockedRefreshLeavesNothingStale()
     QVERIFY(main.Form_Load());
     main.calendar()->setCurrentDate(QDate(2026, 11, 10));
     QVERIFY(main.calendar()->isEntryDay(QDate(2026, 11, 10)));
-    QCOMPARE(main.findChild<QLabel*>(QStringLiteral("LabYotei(0)"))->text(), QStringLiteral("十一月"));
+    QCOMPARE(Shown(&main, "LabYotei(0)"), QStringLiteral("十一月"));
 
     // Another connection holds the file locked while the user turns the page.
     auto other = OpenDatabaseConnection(env.path(), QString());
@@ -98,7 +98,7 @@ void TestFollowingTheClock::lockedRefreshLeavesNothingStale()
     QCOMPARE(main.calendar()->CurrentDate(), QDate(2026, 12, 10));
     // Nothing of November is left to be read as December's.
     QVERIFY(!main.calendar()->isEntryDay(QDate(2026, 11, 10)));
-    QCOMPARE(main.findChild<QLabel*>(QStringLiteral("LabYotei(0)"))->text(), QString());
+    QCOMPARE(Shown(&main, "LabYotei(0)"), QString());
     QCOMPARE(env.prompter.shown.size(), 1);
     main.calendar()->setCurrentDate(QDate(2026, 12, 22));
     QCOMPARE(env.prompter.shown.size(), 1); // told once, not at every click
@@ -106,8 +106,7 @@ void TestFollowingTheClock::lockedRefreshLeavesNothingStale()
     other->ExecuteSql(QStringLiteral("ROLLBACK"));
     // No input: the next tick of time brings the view back.
     QTRY_VERIFY_WITH_TIMEOUT(main.calendar()->isEntryDay(QDate(2026, 12, 22)), 8000);
-    QTRY_COMPARE_WITH_TIMEOUT(main.findChild<QLabel*>(QStringLiteral("LabYotei(0)"))->text(), QStringLiteral("十二月"),
-                              3000);
+    QTRY_COMPARE_WITH_TIMEOUT(Shown(&main, "LabYotei(0)"), QStringLiteral("十二月"), 3000);
     QCOMPARE(env.prompter.shown.size(), 1);
     main.Form_Unload();
 }

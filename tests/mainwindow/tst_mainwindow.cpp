@@ -1,9 +1,7 @@
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/LinkLabel.h"
 #include "common/Units.h"
-#include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
-#include "store/SqlText.h"
 #include "support/TestKit.h"
 
 #include <QLabel>
@@ -11,33 +9,19 @@
 
 namespace {
 
-// Inserts one entry; its kind is computed as the editors do.
-void AddEntry(DatabaseConnection& db, int id, const QString& data, const QString& subject, const QString& startDate,
-              const QString& startTime, const QString& endDate, const QString& endTime, int priority = 0,
-              const QString& completion = QString())
+void AddEntry(DatabaseConnection& db, int id, const char* kind, const QString& subject, const char* startDate,
+              const char* startTime, const char* endDate, const char* endTime, int priority = 0,
+              const char* completion = "")
 {
-    db.ExecuteSql(
-        QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,ENDLESS,CLASS,ALARM,"
-                       "PRIORITY,COMPLETION,COMPDT,FROMTOKBN,COMMENT,UPDTIME) VALUES (") +
-        QString::number(id) + QStringLiteral(", ") + QuoteText(data) + QStringLiteral(", ") + QuoteText(subject) +
-        QStringLiteral(", ") + QuoteText(startDate) + QStringLiteral(", ") + QuoteText(startTime) +
-        QStringLiteral(", ") + QuoteText(endDate) + QStringLiteral(", ") + QuoteText(endTime) +
-        QStringLiteral(", '', 0, '0', ") + QString::number(priority) + QStringLiteral(", ") + QuoteText(completion) +
-        QStringLiteral(", '', ") + QuoteText(KindCode(startDate, startTime, endDate, endTime)) +
-        QStringLiteral(", '', '2026/11/01 00:00:00')"));
+    StoredEntry e = Entry(id, kind, startDate, startTime, endDate, endTime, subject);
+    e.priority = priority;
+    e.completion = completion;
+    StoreEntry(db, e);
 }
 
 void AddDayOff(DatabaseConnection& db, int month, int day)
 {
-    db.ExecuteSql(QStringLiteral("INSERT INTO TRNGENERAL (CODE,DATAS1,DATAN1,DATAN2) VALUES (200, 'off', %1, %2)")
-                      .arg(month)
-                      .arg(day));
-}
-
-QString LabelText(const FrmMain& main, const QString& name)
-{
-    auto* label = main.findChild<QLabel*>(name);
-    return label ? label->text() : QStringLiteral("<missing %1>").arg(name);
+    StoreGeneral(db, 200, {{"DATAS1", "off"}, {"DATAN1", month}, {"DATAN2", day}});
 }
 
 } // namespace
@@ -64,17 +48,21 @@ void TestMainWindow::startUpShowsToday()
 {
     TestEnvironment env;
     env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
-    AddEntry(env.db(), 1, QStringLiteral("1"), QStringLiteral("歯医者"), QStringLiteral("20261122"),
-             QStringLiteral("09:30"), QStringLiteral("20261122"), QStringLiteral("10:00"));
-    AddEntry(env.db(), 2, QStringLiteral("1"), QStringLiteral("出張"), QStringLiteral("20261130"), QString(),
-             QStringLiteral("20261202"), QString());
+    AddEntry(env.db(), 1, "A4", QStringLiteral("歯医者"), "20261122", "09:30", "20261122", "10:00");
+    AddEntry(env.db(), 2, "C1", QStringLiteral("出張"), "20261130", "", "20261202", "");
+    // The design and the transparency come from the database, so they must be applied
+    // after it was opened.
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80605 WHERE CODE = 301"));
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 30 WHERE CODE = 313"));
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
     QCOMPARE(main.calendar()->CurrentDate(), QDate(2026, 11, 22));
     QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+    QCOMPARE(main.calendar()->titleText(), QStringLiteral("11月 2026"));
+    QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
+    QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
     QVERIFY(main.calendar()->isEntryDay(QDate(2026, 11, 22)));
     // The span marks every day of it that the grid shows, into the next month.
     for (const QDate& d : {QDate(2026, 11, 30), QDate(2026, 12, 1), QDate(2026, 12, 2)})
@@ -104,23 +92,22 @@ void TestMainWindow::panelRows()
     // time, and by priority among equal times.
     const struct
     {
-        QString data, subject, startDate, startTime, endDate, endTime;
+        const char *kind, *subject, *startDate, *startTime, *endDate, *endTime;
         int priority;
-        QString done;
+        const char *done, *shownSubject, *shownTime;
     } rows[] = {
-        {QStringLiteral("1"), QStringLiteral("夕方の会議"), day, QStringLiteral("17:00"), day, QString(), 0, QString()},
-        {QStringLiteral("2"), QStringLiteral("報告書"), QString(), QString(), day, QStringLiteral("12:00"), 3,
-         QStringLiteral("1")},
-        {QStringLiteral("1"), QStringLiteral("朝会"), day, QStringLiteral("09:00"), day, QStringLiteral("09:15"), 0,
-         QString()},
-        {QStringLiteral("2"), QStringLiteral("請求書"), QString(), QString(), day, QString(), 1, QStringLiteral("0")},
-        {QStringLiteral("1"), QStringLiteral("it's lunch"), day, QStringLiteral("12:00"), day, QStringLiteral("13:00"),
-         0, QString()},
+        // clang-format off
+        {"A3", "夕方の会議", "20261110", "17:00", "20261110", "", 0, "", "夕方の会議", "17:00"},
+        {"T2", "報告書", "", "", "20261110", "12:00", 3, "1", "[済]報告書", "      ->12:00"},
+        {"A4", "朝会", "20261110", "09:00", "20261110", "09:15", 0, "", "朝会", " 9:00 -  9:15"},
+        {"T1", "請求書", "", "", "20261110", "", 1, "0", "請求書", "      ->11/10"},
+        {"A4", "it's lunch", "20261110", "12:00", "20261110", "13:00", 0, "", "it's lunch", "12:00 - 13:00"},
+        // clang-format on
     };
     for (int i = 0; i < entries; ++i) {
         const auto& r = rows[i];
-        AddEntry(env.db(), i + 1, r.data, r.subject, r.startDate, r.startTime, r.endDate, r.endTime, r.priority,
-                 r.done);
+        AddEntry(env.db(), i + 1, r.kind, QString::fromUtf8(r.subject), r.startDate, r.startTime, r.endDate, r.endTime,
+                 r.priority, r.done);
     }
     FrmMain main(env.services);
     main.calendar()->setCurrentDate(QDate(2026, 11, 10));
@@ -133,7 +120,7 @@ void TestMainWindow::panelRows()
         if (id <= entries)
             present << id;
     for (int row = 0; row < PanelRows; ++row) {
-        const QString yotei = LabelText(main, QStringLiteral("LabYotei(%1)").arg(row));
+        const QString yotei = Shown(&main, QStringLiteral("LabYotei(%1)").arg(row));
         if (row >= present.size()) {
             QCOMPARE(yotei, QString());
             QCOMPARE(main.PanelEntryId(row), 0);
@@ -143,13 +130,11 @@ void TestMainWindow::panelRows()
         const int id = present.at(row);
         const auto& r = rows[id - 1];
         QCOMPARE(main.PanelEntryId(row), id);
-        QCOMPARE(main.PanelEntryData(row), r.data);
-        QCOMPARE(yotei, r.done == QStringLiteral("1") ? QStringLiteral("[済]") + r.subject : r.subject);
-        QCOMPARE(LabelText(main, QStringLiteral("LabTime(%1)").arg(row)),
-                 EntryLineText(QDate(2026, 11, 10), r.startDate, r.startTime, r.endDate, r.endTime,
-                               KindCode(r.startDate, r.startTime, r.endDate, r.endTime), r.done));
+        QCOMPARE(main.PanelEntryData(row), r.kind[0] == 'T' ? QStringLiteral("2") : QStringLiteral("1"));
+        QCOMPARE(yotei, QString::fromUtf8(r.shownSubject));
+        QCOMPARE(Shown(&main, QStringLiteral("LabTime(%1)").arg(row)), QString::fromUtf8(r.shownTime));
     }
-    auto* more = main.findChild<LinkLabel*>(QStringLiteral("LabMore"));
+    auto* more = Control<LinkLabel>(&main, "LabMore");
     QVERIFY(more);
     QCOMPARE(more->isVisibleTo(&main), moreShown);
     QCOMPARE(more->text(), QStringLiteral("more..."));
@@ -161,14 +146,10 @@ void TestMainWindow::monthSwitchMarks()
     TestEnvironment env;
     // A two-week span entering December from November, a task due in the grid's trailing
     // days (January), a one-day entry far away, and day-offs on 1/2 and 12/24.
-    AddEntry(env.db(), 1, QStringLiteral("1"), QStringLiteral("旅行"), QStringLiteral("20261125"), QString(),
-             QStringLiteral("20261208"), QString());
-    AddEntry(env.db(), 2, QStringLiteral("2"), QStringLiteral("年賀状"), QString(), QString(),
-             QStringLiteral("20270102"), QString());
-    AddEntry(env.db(), 3, QStringLiteral("1"), QStringLiteral("遠い予定"), QStringLiteral("20270315"), QString(),
-             QStringLiteral("20270315"), QString());
-    AddEntry(env.db(), 4, QStringLiteral("1"), QStringLiteral("開始のみ"), QStringLiteral("20261216"),
-             QStringLiteral("08:00"), QString(), QString());
+    AddEntry(env.db(), 1, "C1", QStringLiteral("旅行"), "20261125", "", "20261208", "");
+    AddEntry(env.db(), 2, "T1", QStringLiteral("年賀状"), "", "", "20270102", "");
+    AddEntry(env.db(), 3, "A1", QStringLiteral("遠い予定"), "20270315", "", "20270315", "");
+    AddEntry(env.db(), 4, "D3", QStringLiteral("開始のみ"), "20261216", "08:00", "", "");
     AddDayOff(env.db(), 12, 24);
     AddDayOff(env.db(), 1, 2);
     FrmMain main(env.services);
@@ -193,8 +174,8 @@ void TestMainWindow::monthSwitchMarks()
     // Only the current month's day-offs are marked, even where the grid shows other days.
     QVERIFY(!calendar->isDayOff(QDate(2027, 1, 2)));
     QCOMPARE(main.windowTitle(), QStringLiteral("2026/12/3 (木)"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("旅行"));
-    QCOMPARE(LabelText(main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("旅行"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
 
     // Moving on clears the previous month's marks.
     calendar->setCurrentDate(QDate(2027, 3, 1));
@@ -210,22 +191,21 @@ void TestMainWindow::panelFollowsEveryChange()
     FrmMain main(env.services);
     main.calendar()->setCurrentDate(QDate(2026, 11, 10));
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QString());
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QString());
 
     // A write is seen by the next refresh of the same day.
-    AddEntry(env.db(), 1, QStringLiteral("1"), QStringLiteral("追加"), QStringLiteral("20261110"), QString(),
-             QStringLiteral("20261110"), QString());
+    AddEntry(env.db(), 1, "A1", QStringLiteral("追加"), "20261110", "", "20261110", "");
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
 
     // So is a rollback that takes a change back.
     env.db().BeginTrans();
     env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '変更' WHERE ID = 1"));
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
     env.db().RollbackTrans();
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("追加"));
 
     // And a database opened anew (as after a restore) is read again, whatever it holds.
     env.services.connection.reset();
@@ -234,7 +214,7 @@ void TestMainWindow::panelFollowsEveryChange()
     env.services.connection.reset();
     env.open();
     main.RefreshDayPanel();
-    QCOMPARE(LabelText(main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
+    QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 }
 
 void TestMainWindow::dayOffsOfLeapDays_data()
@@ -282,7 +262,7 @@ void TestMainWindow::designSettings()
     QCOMPARE(main.LabelForeColor(), QColor(0, 0, 255));
     QCOMPARE(main.calendar()->FirstDayOfWeek(), 2);
     QCOMPARE(main.palette().color(QPalette::Window), Units::ColorFromStored(0x00E0F0FF));
-    auto* time = main.findChild<QLabel*>(QStringLiteral("LabTime(1)"));
+    auto* time = Control<QLabel>(&main, "LabTime(1)");
     QCOMPARE(time->palette().color(QPalette::WindowText), QColor(0, 0, 255));
     // Time texts line up in columns: blanks, digits, colons and arrows are all one width.
     const QFontMetrics metrics(time->font());
@@ -290,10 +270,10 @@ void TestMainWindow::designSettings()
              metrics.horizontalAdvance(QStringLiteral("20:30 - 24:00")));
     QCOMPARE(metrics.horizontalAdvance(QStringLiteral("      ->17:00")),
              metrics.horizontalAdvance(QStringLiteral(" 5/ 1 -> 5/ 3")));
-    auto* subject = main.findChild<LinkLabel*>(QStringLiteral("LabYotei(2)"));
+    auto* subject = Control<LinkLabel>(&main, "LabYotei(2)");
     QCOMPARE(subject->palette().color(QPalette::WindowText), QColor(0, 0, 255));
     QCOMPARE(subject->font().pointSizeF(), 11.5);
-    auto* link = main.findChild<LinkLabel*>(QStringLiteral("LabHelp"));
+    auto* link = Control<LinkLabel>(&main, "LabHelp");
     QCOMPARE(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
 
     // Switching the option off again takes the window off the top, every time it is applied.
@@ -333,7 +313,7 @@ void TestMainWindow::linkHover()
     main.ApplyDesignSettings();
     main.show();
     QVERIFY(QTest::qWaitForWindowExposed(&main));
-    auto* link = main.findChild<LinkLabel*>(QStringLiteral("LabScaedule"));
+    auto* link = Control<LinkLabel>(&main, "LabScaedule");
     QVERIFY(link);
     QCOMPARE(link->text(), QStringLiteral("Schedule"));
     QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), link->mapToGlobal(QPointF(2, 2)));

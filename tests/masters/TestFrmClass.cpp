@@ -13,7 +13,6 @@ class TestFrmClass final : public QObject
 
 private slots:
     void loadsInSortOrder();
-    void captions();
     void newClassId_data();
     void newClassId();
     void newClassCancelledWritesNothing();
@@ -28,12 +27,6 @@ private slots:
     void deleteInUseRefused();
     void nothingSelectedChangesNothing_data();
     void nothingSelectedChangesNothing();
-    void closingWithoutOkUndoesEverything_data();
-    void closingWithoutOkUndoesEverything();
-    void destroyedOpenRollsBack();
-    void insideOuterTransaction_data();
-    void insideOuterTransaction();
-    void databaseFailureKeepsDialogOpen();
     void loadFailureLeavesOnlyCancel();
 };
 
@@ -83,21 +76,6 @@ void TestFrmClass::loadsInSortOrder()
     QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
     QCOMPARE(LineIds(classList(dialog)), QList<qint64>({5, 1, 2}));
     QCOMPARE(env.db().transactionDepth(), 1);
-}
-
-void TestFrmClass::captions()
-{
-    TestEnvironment env;
-    FrmClass dialog(env.services);
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("分類"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComInsert")->text(), QStringLiteral("新規"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComUpdate")->text(), QStringLiteral("編集"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComDelete")->text(), QStringLiteral("削除"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComUp")->text(), QStringLiteral("↑"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComDn")->text(), QStringLiteral("↓"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComOk")->text(), QStringLiteral("OK"));
-    QCOMPARE(Control<QPushButton>(&dialog, "ComCancel")->text(), QStringLiteral("キャンセル"));
-    QVERIFY(Control<QLabel>(&dialog, "Label1"));
 }
 
 void TestFrmClass::newClassId_data()
@@ -327,110 +305,6 @@ void TestFrmClass::nothingSelectedChangesNothing()
     QVERIFY(log.lines().isEmpty());
     QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
     QVERIFY(classList(dialog)->selectedItems().isEmpty());
-}
-
-void TestFrmClass::closingWithoutOkUndoesEverything_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::newRow("cancel button") << "cancel";
-    QTest::newRow("close box") << "close";
-    QTest::newRow("escape") << "escape";
-}
-
-void TestFrmClass::closingWithoutOkUndoesEverything()
-{
-    QFETCH(QString, how);
-    TestEnvironment env;
-    addThree(env.db());
-    const QStringList before = classRows(env.db());
-    FrmClass dialog(env.services);
-    dialog.show();
-    typeInEditor(dialog, "ComInsert", QStringLiteral("新しい分類"));
-    classList(dialog)->setCurrentRow(0);
-    Click(&dialog, "ComDelete");
-    classList(dialog)->setCurrentRow(0);
-    typeInEditor(dialog, "ComUpdate", QStringLiteral("改名"));
-    Click(&dialog, "ComDn");
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3); // one in, one out, so far
-
-    if (how == QLatin1String("cancel"))
-        Click(&dialog, "ComCancel");
-    else if (how == QLatin1String("close"))
-        dialog.close();
-    else
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    QCOMPARE(env.db().transactionDepth(), 0);
-    QCOMPARE(classRows(env.db()), before);
-}
-
-void TestFrmClass::destroyedOpenRollsBack()
-{
-    TestEnvironment env;
-    {
-        FrmClass dialog(env.services);
-        dialog.show();
-        typeInEditor(dialog, "ComInsert", QStringLiteral("消える"));
-        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 1);
-    }
-    QCOMPARE(env.db().transactionDepth(), 0);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
-}
-
-void TestFrmClass::insideOuterTransaction_data()
-{
-    QTest::addColumn<bool>("pressOk");
-    QTest::newRow("ok") << true;
-    QTest::newRow("cancel") << false;
-}
-
-void TestFrmClass::insideOuterTransaction()
-{
-    QFETCH(bool, pressOk);
-    TestEnvironment env;
-    DatabaseConnection& db = env.db();
-    db.BeginTrans(); // another dialog is already holding a transaction
-    StoreClass(db, 1, QStringLiteral("外側"), 1);
-    {
-        FrmClass dialog(env.services);
-        dialog.show();
-        QCOMPARE(db.transactionDepth(), 2);
-        typeInEditor(dialog, "ComInsert", QStringLiteral("内側"));
-        Control<QPushButton>(&dialog, pressOk ? "ComOk" : "ComCancel")->click();
-        QCOMPARE(db.transactionDepth(), 1);
-    }
-    QCOMPARE(db.transactionDepth(), 1);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '外側'")), 1);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '内側'")), pressOk ? 1 : 0);
-    db.RollbackTrans();
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
-}
-
-void TestFrmClass::databaseFailureKeepsDialogOpen()
-{
-    TestEnvironment env;
-    addThree(env.db());
-    FrmClass dialog(env.services);
-    dialog.show();
-    typeInEditor(dialog, "ComInsert", QStringLiteral("残る"));
-    // The entries table vanishes inside the dialog's transaction: the in-use check fails.
-    env.db().ExecuteSql(QStringLiteral("DROP TABLE TRNSCHTSK"));
-    classList(dialog)->setCurrentRow(1);
-    Click(&dialog, "ComDelete");
-    QCOMPARE(env.prompter.shown.size(), 2);
-    const Prompt& failure = env.prompter.shown.at(1);
-    QCOMPARE(failure.icon, PromptIcon::Critical);
-    QVERIFY2(failure.text.contains(QStringLiteral("TRNSCHTSK")), qPrintable(failure.text));
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(env.db().transactionDepth(), 1);
-    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭", "残る"}));
-    // The dialog's own work so far is still there and still undoable.
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '残る'")), 1);
-    Click(&dialog, "ComCancel");
-    QCOMPARE(env.db().transactionDepth(), 0);
-    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0); // the table is back
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 3);
 }
 
 void TestFrmClass::loadFailureLeavesOnlyCancel()

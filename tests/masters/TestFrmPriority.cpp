@@ -15,14 +15,9 @@ private slots:
     void renameThenOk_data();
     void renameThenOk();
     void okWithoutRenameRewritesEveryRow();
-    void closingWithoutOkDiscardsRenames_data();
-    void closingWithoutOkDiscardsRenames();
     void editorCancelKeepsName();
     void doubleClickEdits();
     void nothingSelectedChangesNothing();
-    void insideOuterTransaction_data();
-    void insideOuterTransaction();
-    void databaseFailureKeepsDialogOpen();
 };
 
 namespace {
@@ -105,36 +100,6 @@ void TestFrmPriority::okWithoutRenameRewritesEveryRow()
     QCOMPARE(priorityNames(env.db()), StartingNames);
 }
 
-void TestFrmPriority::closingWithoutOkDiscardsRenames_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::newRow("cancel button") << "cancel";
-    QTest::newRow("close box") << "close";
-    QTest::newRow("escape") << "escape";
-}
-
-void TestFrmPriority::closingWithoutOkDiscardsRenames()
-{
-    QFETCH(QString, how);
-    TestEnvironment env;
-    FrmPriority dialog(env.services);
-    dialog.show();
-    renameLine(dialog, 0, QStringLiteral("至急"));
-    renameLine(dialog, 2, QStringLiteral("いつでも"));
-    QCOMPARE(LineTexts(priorityList(dialog)), QStringList({"至急", "中", "いつでも"}));
-    if (how == QLatin1String("cancel"))
-        Click(&dialog, "ComCancel");
-    else if (how == QLatin1String("close"))
-        dialog.close();
-    else
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    QVERIFY(!dialog.PriorityChanged());
-    QCOMPARE(env.db().transactionDepth(), 0);
-    QCOMPARE(priorityNames(env.db()), StartingNames);
-}
-
 void TestFrmPriority::editorCancelKeepsName()
 {
     TestEnvironment env;
@@ -168,57 +133,6 @@ void TestFrmPriority::nothingSelectedChangesNothing()
     QVERIFY(!script->opened());
     QVERIFY(env.prompter.shown.isEmpty());
     QCOMPARE(LineTexts(priorityList(dialog)), StartingNames);
-}
-
-void TestFrmPriority::insideOuterTransaction_data()
-{
-    QTest::addColumn<bool>("pressOk");
-    QTest::newRow("ok") << true;
-    QTest::newRow("cancel") << false;
-}
-
-void TestFrmPriority::insideOuterTransaction()
-{
-    QFETCH(bool, pressOk);
-    TestEnvironment env;
-    DatabaseConnection& db = env.db();
-    db.BeginTrans();
-    StoreClass(db, 1, QStringLiteral("外側"), 1);
-    {
-        FrmPriority dialog(env.services);
-        dialog.show();
-        QCOMPARE(db.transactionDepth(), 2);
-        renameLine(dialog, 0, QStringLiteral("内側"));
-        Control<QPushButton>(&dialog, pressOk ? "ComOK" : "ComCancel")->click();
-        QCOMPARE(db.transactionDepth(), 1);
-    }
-    QCOMPARE(db.transactionDepth(), 1);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 1);
-    QCOMPARE(priorityNames(db).first(), pressOk ? QStringLiteral("内側") : QStringLiteral("高"));
-    db.RollbackTrans();
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
-    QCOMPARE(priorityNames(db), StartingNames);
-}
-
-void TestFrmPriority::databaseFailureKeepsDialogOpen()
-{
-    TestEnvironment env;
-    FrmPriority dialog(env.services);
-    dialog.show();
-    renameLine(dialog, 1, QStringLiteral("普通"));
-    env.db().ExecuteSql(QStringLiteral("ALTER TABLE TRNGENERAL RENAME TO GONE"));
-    Click(&dialog, "ComOK");
-    QCOMPARE(env.prompter.shown.size(), 1);
-    QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
-    QVERIFY2(env.prompter.shown.front().text.contains(QStringLiteral("TRNGENERAL")),
-             qPrintable(env.prompter.shown.front().text));
-    QVERIFY(dialog.isVisible());
-    QVERIFY(!dialog.PriorityChanged());
-    QCOMPARE(env.db().transactionDepth(), 1);
-    QCOMPARE(LineTexts(priorityList(dialog)), QStringList({"高", "普通", "低"}));
-    Click(&dialog, "ComCancel");
-    QCOMPARE(env.db().transactionDepth(), 0);
-    QCOMPARE(priorityNames(env.db()), StartingNames);
 }
 
 VERDALY_TEST(TestFrmPriority)

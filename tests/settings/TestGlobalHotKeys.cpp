@@ -50,8 +50,7 @@ void TestGlobalHotKeys::pressRunsItsAction()
                                 .arg(82010 + 10 * i));
     }
     // A sixth row has no action: its combination is not taken from anyone.
-    env.db().ExecuteSql(QStringLiteral("INSERT INTO TRNGENERAL (CODE, DATAS1, DATAN1, DATAN2) "
-                                       "VALUES (82060, 'extra', 90, 6)"));
+    StoreGeneral(env.db(), 82060, {{"DATAS1", "extra"}, {"DATAN1", 90}, {"DATAN2", 6}});
     if (heldElsewhere) {
         env.hotKeys.heldElsewhere.insert({68, 3});
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("D for 付箋新規作成.*another program")));

@@ -24,6 +24,8 @@ private slots:
     void iniKeepsOtherLines();
     void iniMissingValues_data();
     void iniMissingValues();
+    void units_data();
+    void units();
     void placementRoundTrip();
     void placementPartialAndBadValues_data();
     void placementPartialAndBadValues();
@@ -37,7 +39,7 @@ private slots:
     void secondCopyRefuses();
     void closeRules_data();
     void closeRules();
-    void unloadWritesStickyNotes();
+    void unloadWritesEveryStickyNote();
     void unloadAfterRestoreSkipsNotes();
     void unloadSavesPlacementUnlessMinimised();
     void trayTip();
@@ -106,6 +108,36 @@ void TestShell::iniMissingValues()
     QCOMPARE(ReadIniValue(ini, section, key), expected);
 }
 
+void TestShell::units_data()
+{
+    QTest::addColumn<double>("dpi");
+    QTest::addColumn<int>("pixels");
+    QTest::addColumn<int>("twips");
+    QTest::addColumn<int>("backToPixels"); // the twips read back
+    // clang-format off
+    QTest::newRow("96 dpi") << 96.0 << 100 << 1500 << 100;
+    QTest::newRow("120 dpi") << 120.0 << 100 << 1200 << 100;
+    QTest::newRow("144 dpi") << 144.0 << 100 << 1000 << 100;
+    QTest::newRow("144 dpi, odd pixel") << 144.0 << 7 << 70 << 7;
+    QTest::newRow("120 dpi, one pixel") << 120.0 << 1 << 12 << 1;
+    QTest::newRow("96 dpi, negative") << 96.0 << -3 << -45 << -3;
+    // clang-format on
+}
+
+void TestShell::units()
+{
+    QFETCH(double, dpi);
+    QFETCH(int, pixels);
+    QFETCH(int, twips);
+    QFETCH(int, backToPixels);
+    QCOMPARE(Units::PixelsToTwips(pixels, dpi), twips);
+    QCOMPARE(Units::TwipsToPixels(twips, dpi), backToPixels);
+    // Twips stored by another screen round to the nearest pixel.
+    QCOMPARE(Units::TwipsToPixels(twips + 1440 * 0.4 / dpi, dpi), backToPixels);
+    QCOMPARE(Units::ColorFromStored(0x563412), QColor(0x12, 0x34, 0x56));
+    QCOMPARE(Units::ColorToStored(QColor(0x12, 0x34, 0x56)), 0x563412);
+}
+
 void TestShell::placementRoundTrip()
 {
     QTemporaryDir dir;
@@ -126,9 +158,9 @@ void TestShell::placementRoundTrip()
     second.setGeometry(10, 10, 100, 100);
     RestoreWindowPlacement(second, ini, QStringLiteral("frmMAIN"));
     second.show();
-    ApplyPendingOuterSize(second);
     QVERIFY(QTest::qWaitForWindowExposed(&second));
-    QCOMPARE(second.frameGeometry(), saved);
+    // The size is made exact once the frame is known.
+    QTRY_COMPARE(second.frameGeometry(), saved);
 }
 
 void TestShell::placementPartialAndBadValues_data()
@@ -352,45 +384,42 @@ void TestShell::closeRules()
     QVERIFY(main.isUnloaded());
 }
 
-void TestShell::unloadWritesStickyNotes()
+void TestShell::unloadWritesEveryStickyNote()
 {
     TestEnvironment env;
-    env.db().ExecuteSql(
-        QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = 4500, DATAN3 = 3000 WHERE CODE = 501 AND DATAN1 = 7"));
+    // Each closed slot has a place of its own that must be kept.
+    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = DATAN1 * 100, DATAN3 = DATAN1 * 200, "
+                                       "DATAS2 = '6', MEMO1 = 'old' WHERE CODE = 501"));
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
-    auto* noteWindow = new QWidget;
-    noteWindow->setAttribute(Qt::WA_DeleteOnClose);
-    noteWindow->show();
-    QPointer<QWidget> watch(noteWindow);
-    StickyNoteSlot& open = env.services.state.StickyNotes[3];
-    open.inUse = true;
-    open.text = QStringLiteral("牛乳を買う\nit's on the way");
-    open.colorIndex = 5;
-    open.left = 1500;
-    open.top = 2250;
-    open.window = noteWindow;
+    QStringList expected;
+    QList<QPointer<QWidget>> windows;
+    for (int n = 1; n <= 30; ++n) {
+        if (n % 3 == 2) {
+            expected << QStringLiteral("%1|0|||%2|%3").arg(n).arg(n * 100).arg(n * 200);
+            continue;
+        }
+        StickyNoteSlot& slot = env.services.state.StickyNotes[static_cast<size_t>(n)];
+        slot.inUse = true;
+        slot.text = QStringLiteral("メモ %1\nit's").arg(n);
+        slot.colorIndex = n % 7;
+        slot.left = n * 15;
+        slot.top = n * 30;
+        slot.window = new QWidget;
+        slot.window->setAttribute(Qt::WA_DeleteOnClose);
+        slot.window->show();
+        windows << slot.window;
+        expected << QStringLiteral("%1|1|%2|%3|%4|%5").arg(n).arg(n % 7).arg(slot.text).arg(n * 15).arg(n * 30);
+    }
     main.Form_Unload();
     QTest::qWait(0);
-    QVERIFY(!watch || !watch->isVisible());
-
+    for (const QPointer<QWidget>& window : windows)
+        QVERIFY(!window || !window->isVisible());
     env.open();
-    const Rows rows = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1"));
-    QCOMPARE(rows.size(), size_t(30));
-    const Row& note = rows.at(2);
-    QCOMPARE(note.text(QStringLiteral("DATAS3")), QStringLiteral("1"));
-    QCOMPARE(note.text(QStringLiteral("DATAS2")), QStringLiteral("5"));
-    QCOMPARE(note.text(QStringLiteral("MEMO1")), open.text);
-    QCOMPARE(note.number(QStringLiteral("DATAN2")), 1500);
-    QCOMPARE(note.number(QStringLiteral("DATAN3")), 2250);
-    // A closed slot keeps its last position, with no text and no colour.
-    const Row& closed = rows.at(6);
-    QCOMPARE(closed.text(QStringLiteral("DATAS3")), QStringLiteral("0"));
-    QCOMPARE(closed.text(QStringLiteral("MEMO1")), QString());
-    QCOMPARE(closed.text(QStringLiteral("DATAS2")), QString());
-    QCOMPARE(closed.number(QStringLiteral("DATAN2")), 4500);
-    QCOMPARE(closed.number(QStringLiteral("DATAN3")), 3000);
+    QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1"),
+                   {"DATAN1", "DATAS3", "DATAS2", "MEMO1", "DATAN2", "DATAN3"}),
+             expected);
 }
 
 void TestShell::unloadAfterRestoreSkipsNotes()
@@ -443,13 +472,9 @@ void TestShell::versionDialog()
 {
     FrmVersion dialog;
     QCOMPARE(dialog.windowTitle(), QStringLiteral("バージョン情報"));
-    auto* title = dialog.findChild<QLabel*>(QStringLiteral("LabTitle"));
-    QVERIFY(title);
-    QCOMPARE(title->text(), QStringLiteral("Halvern Verdaly 1.2"));
+    QCOMPARE(Shown(&dialog, "LabTitle"), QStringLiteral("Halvern Verdaly 1.2"));
     dialog.show();
-    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("ComOK"));
-    QVERIFY(ok);
-    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::mouseClick(Control(&dialog, "ComOK"), Qt::LeftButton);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(!dialog.isVisible());
 }

@@ -1,4 +1,5 @@
 #include "common/UserAction.h"
+#include "entries/EntryQueries.h"
 #include "store/DatabaseConnection.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseVersion.h"
@@ -18,12 +19,8 @@ class TestStore : public QObject
     Q_OBJECT
 
 private slots:
-    void quoteText_data();
-    void quoteText();
     void quotedTextIsStoredIntact_data();
     void quotedTextIsStoredIntact();
-    void dateLiteral();
-    void hasQuoteNeverRefuses();
     void selectComboByItemData();
     void selectAllText();
     void jetRewrite_data();
@@ -47,26 +44,6 @@ private slots:
     void createStartingDatabaseRefusesBadFolder();
 };
 
-void TestStore::quoteText_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("quoted");
-    // clang-format off
-    QTest::newRow("plain") << "meeting" << "'meeting'";
-    QTest::newRow("empty") << "" << "''";
-    QTest::newRow("apostrophe") << "it's" << "'it''s'";
-    QTest::newRow("only quotes") << "''" << "''''''";
-    QTest::newRow("japanese") << "会議'室" << "'会議''室'";
-    // clang-format on
-}
-
-void TestStore::quoteText()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, quoted);
-    QCOMPARE(QuoteText(text), quoted);
-}
-
 void TestStore::quotedTextIsStoredIntact_data()
 {
     QTest::addColumn<QString>("text");
@@ -83,25 +60,12 @@ void TestStore::quotedTextIsStoredIntact()
 {
     QFETCH(QString, text);
     TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("INSERT INTO MSTCLASS (ID,CLASS, SORTKEY ) VALUES ( 7, ") + QuoteText(text) +
-                        QStringLiteral(", 0 ) "));
+    StoreClass(env.db(), 7, text);
     const Rows rows = env.db().ReadRows(QStringLiteral("SELECT * FROM MSTCLASS WHERE ID = 7"));
     QCOMPARE(rows.size(), size_t(1));
     QCOMPARE(rows.front().text(QStringLiteral("CLASS")), text);
     QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 1);
-}
-
-void TestStore::dateLiteral()
-{
-    QCOMPARE(DateLiteral(QDateTime(QDate(2006, 5, 1), QTime(9, 5, 3))), QStringLiteral("#2006/05/01 09:05:03#"));
-    QCOMPARE(DateLiteral(QDateTime(QDate(2026, 12, 31), QTime(23, 59, 59))), QStringLiteral("#2026/12/31 23:59:59#"));
-    QCOMPARE(DateLiteral(QStringLiteral("2006/05/01 13:45:09")), QStringLiteral("#2006/05/01 13:45:09#"));
-}
-
-void TestStore::hasQuoteNeverRefuses()
-{
-    for (const QString& text : {QStringLiteral("it's"), QStringLiteral("'"), QString(), QStringLiteral("plain")})
-        QVERIFY(!HasQuote(text));
+    QVERIFY(!HasQuote(text)); // so the editors' quote messages never show
 }
 
 void TestStore::selectComboByItemData()
@@ -307,103 +271,38 @@ void TestStore::userActionRollsBackItsOwnLevels()
 void TestStore::startingDatabase()
 {
     TestEnvironment env;
-    QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 10")), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
-
-    // Sticky-note slots 1..30, closed.
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501")), 30);
-    QCOMPARE(env.scalar(QStringLiteral("SELECT MIN(DATAN1) AS V FROM TRNGENERAL WHERE CODE = 501")), 1);
-    QCOMPARE(env.scalar(QStringLiteral("SELECT MAX(DATAN1) AS V FROM TRNGENERAL WHERE CODE = 501")), 30);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '0'")), 30);
-
-    // The five hot keys, none set.
-    const Rows keys = env.db().ReadRows(
-        QStringLiteral("SELECT * FROM TRNGENERAL WHERE 82000 <= CODE AND CODE < 82999 ORDER BY CODE"));
-    QStringList names;
-    for (const Row& row : keys) {
-        names << row.text(QStringLiteral("DATAS1"));
-        QCOMPARE(row.number(QStringLiteral("DATAN1")), 0);
-        QCOMPARE(row.number(QStringLiteral("DATAN2")), 0);
-    }
-    QCOMPARE(names, (QStringList{QStringLiteral("カレンダー表示"), QStringLiteral("スケジュール入力"),
-                                 QStringLiteral("タスク入力"), QStringLiteral("付箋新規作成"),
-                                 QStringLiteral("スケジュール一覧")}));
-
-    // Every single-row option once, with the documented defaults.
+    const auto lines = [&](const QString& where, const QStringList& columns) {
+        return Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL WHERE ") + where, columns);
+    };
+    QCOMPARE(lines(QStringLiteral("CODE = 10"), {"DATAN1"}), QStringList{"12"});
+    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")) + env.count(QStringLiteral("MSTCLASS")), 0);
+    // Sticky-note slots 1..30, closed; five hot keys, none set; priorities with 中 the default.
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
+                       QStringLiteral("CODE = 501 AND DATAS3 = '0' AND DATAN1 BETWEEN 1 AND 30")),
+             30);
+    QCOMPARE(lines(QStringLiteral("82000 <= CODE AND CODE < 82999 ORDER BY CODE"), {"DATAS1", "DATAN1", "DATAN2"}),
+             QStringList({"カレンダー表示|0|0", "スケジュール入力|0|0", "タスク入力|0|0", "付箋新規作成|0|0",
+                          "スケジュール一覧|0|0"}));
+    QCOMPARE(lines(QStringLiteral("CODE = 100 ORDER BY DATAN1"), {"DATAS1", "DATAN2"}),
+             QStringList({"高|0", "中|1", "低|0"}));
+    // Each single-row option once; the list options name a row of their list.
     for (int code : {301, 302, 303, 304, 311, 312, 313, 314, 315, 316})
         QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = %1").arg(code)), 1);
-    const auto option = [&](int code) {
-        return env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = %1").arg(code));
-    };
-    QCOMPARE(option(304), 5);
-    QCOMPARE(option(314), 0);
-    QCOMPARE(option(316), 0);
-    QCOMPARE(option(311), 0);
-    QCOMPARE(option(312), 0);
-    // 301 and 303 name rows of their lists; 302 and 313 are item data of theirs.
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
-                       QStringLiteral("CODE = %1 AND 80600 <= CODE AND CODE < 80700").arg(option(301))),
-             1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
-                       QStringLiteral("CODE = %1 AND 80800 <= CODE AND CODE < 80900").arg(option(303))),
-             1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
-                       QStringLiteral("80700 <= CODE AND CODE < 80800 AND DATAN1 = %1").arg(option(302))),
-             1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 411 AND DATAN1 = %1").arg(option(313))), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"),
-                       QStringLiteral("80900 <= CODE AND CODE < 81000 AND DATAN1 = %1").arg(option(304))),
-             1);
-
-    // Priorities 高 中 低 with 中 the default.
-    const Rows priorities =
-        env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 100 ORDER BY DATAN1"));
-    QCOMPARE(priorities.size(), size_t(3));
-    QCOMPARE(priorities.at(0).text(QStringLiteral("DATAS1")), QStringLiteral("高"));
-    QCOMPARE(priorities.at(1).text(QStringLiteral("DATAS1")), QStringLiteral("中"));
-    QCOMPARE(priorities.at(2).text(QStringLiteral("DATAS1")), QStringLiteral("低"));
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 100 AND DATAN2 <> 0")), 1);
-    QCOMPARE(priorities.at(1).number(QStringLiteral("DATAN2")), 1);
-
-    // Time choices every 30 minutes.
-    const Rows times = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 401 ORDER BY DATAN1"));
-    QCOMPARE(times.size(), size_t(48));
-    QCOMPARE(times.front().text(QStringLiteral("DATAS1")), QStringLiteral("00:00"));
-    QCOMPARE(times.at(19).text(QStringLiteral("DATAS1")), QStringLiteral("09:30"));
-    QCOMPARE(times.back().text(QStringLiteral("DATAS1")), QStringLiteral("23:30"));
-
-    // Combo ranges.
-    QVERIFY(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("80600 <= CODE AND CODE < 80700")) >= 2);
-    QVERIFY(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("80800 <= CODE AND CODE < 80900")) >= 2);
-    QVERIFY(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 411")) >= 2);
-    const Rows weekdays = env.db().ReadRows(
-        QStringLiteral("SELECT * FROM TRNGENERAL WHERE 80700 <= CODE AND CODE < 80800 ORDER BY CODE "));
-    QCOMPARE(weekdays.size(), size_t(7));
-    QCOMPARE(weekdays.front().text(QStringLiteral("DATAS1")), QStringLiteral("日曜日"));
-    QCOMPARE(weekdays.front().number(QStringLiteral("DATAN1")), 1);
-    QCOMPARE(weekdays.back().text(QStringLiteral("DATAS1")), QStringLiteral("土曜日"));
-    QCOMPARE(weekdays.back().number(QStringLiteral("DATAN1")), 7);
-    const Rows zero = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 80907"));
-    QCOMPARE(zero.size(), size_t(1));
-    QCOMPARE(zero.front().text(QStringLiteral("DATAS1")), QStringLiteral("０分前"));
-    QCOMPARE(zero.front().number(QStringLiteral("DATAN1")), 0);
-
-    // Design spots 10..140 with their defaults also in the D columns.
-    const Rows spots = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNCOLOR WHERE SETNUM = 0 ORDER BY CODE "));
-    QList<int> codes;
-    for (const Row& row : spots) {
-        codes << static_cast<int>(row.number(QStringLiteral("CODE")));
-        QCOMPARE(row.number(QStringLiteral("BACKCOLOR")), row.number(QStringLiteral("DBACKCOLOR")));
-        QCOMPARE(row.number(QStringLiteral("FORECOLOR")), row.number(QStringLiteral("DFORECOLOR")));
-        QCOMPARE(row.text(QStringLiteral("FOREFONT")), row.text(QStringLiteral("DFOREFONT")));
-        QCOMPARE(row.real(QStringLiteral("FSIZE")), row.real(QStringLiteral("DFSIZE")));
-        QVERIFY(row.real(QStringLiteral("FSIZE")) > 0);
+    for (const auto& [option, list] :
+         {std::pair{301, "CODE BETWEEN 80600 AND 80699 AND CODE"},
+          std::pair{303, "CODE BETWEEN 80800 AND 80899 AND CODE"},
+          std::pair{302, "CODE BETWEEN 80700 AND 80799 AND DATAN1"}, std::pair{313, "CODE = 411 AND DATAN1"},
+          std::pair{304, "CODE BETWEEN 80900 AND 80999 AND DATAN1"}}) {
+        const QString value = lines(QStringLiteral("CODE = %1").arg(option), {"DATAN1"}).value(0);
+        QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QString::fromLatin1(list) + QStringLiteral(" = ") + value), 1);
     }
-    QCOMPARE(codes, (QList<int>{10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120, 130, 135, 140}));
-    QCOMPARE(env.count(QStringLiteral("TRNCOLOR"), QStringLiteral("CODE = 130 AND SPOT = '休日'")), 1);
-    QCOMPARE(env.count(QStringLiteral("TRNCOLOR"), QStringLiteral("CODE = 135 AND SPOT = '祝日'")), 1);
+    // Design spots with their defaults also in the D columns.
+    QCOMPARE(Lines(env.db(),
+                   QStringLiteral("SELECT * FROM TRNCOLOR WHERE SETNUM = 0 AND BACKCOLOR = DBACKCOLOR AND "
+                                  "FORECOLOR = DFORECOLOR AND FSIZE = DFSIZE AND FSIZE > 0 ORDER BY CODE"),
+                   {"CODE"})
+                 .join(QLatin1Char(' ')),
+             QStringLiteral("10 20 30 40 50 60 70 80 90 100 110 120 130 135 140"));
 }
 
 void TestStore::startingDatabaseFontsExist()
@@ -419,13 +318,8 @@ void TestStore::startingDatabaseFontsExist()
 void TestStore::partialIndexesServeMonthQuery()
 {
     TestEnvironment env;
-    const QString where = QStringLiteral(
-        "(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= '20261101' AND STARTDT <= '20261212')) "
-        "OR (('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= '20261101' AND STARTDT <= '20261212')) "
-        "OR (('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= '20261212' AND ENDDT >= '20261101')) "
-        "OR (('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= '20261212' AND ENDDT >= '20261101')) "
-        "OR (('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= '20261101' AND ENDDT <= '20261212')) ");
-    const Rows plan = env.db().ReadRows(QStringLiteral("EXPLAIN QUERY PLAN SELECT * FROM TRNSCHTSK WHERE ") + where);
+    const Rows plan = env.db().ReadRows(QStringLiteral("EXPLAIN QUERY PLAN ") +
+                                        MonthQuerySql(QDate(2026, 11, 1), QDate(2026, 12, 12)));
     QStringList details;
     for (const Row& row : plan)
         details << row.text(QStringLiteral("detail"));

@@ -210,6 +210,8 @@ ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action) : m_state(std::ma
     QObject::connect(timer, &QTimer::timeout, timer, [timer, action, state = m_state] {
         QPointer<QWidget> modal = QApplication::activeModalWidget();
         if (!modal)
+            modal = QApplication::activePopupWidget();
+        if (!modal)
             return;
         timer->stop();
         state->opened = true;
