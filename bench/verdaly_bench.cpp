@@ -1,7 +1,9 @@
 // Measures what the user feels most: switching the shown month, and the time from start
-// to the first painted month, over databases of 1,000 to 100,000 entries.
+// to the first painted month, over databases of 1,000 to 100,000 entries; then the alarm
+// tick over the largest of them with 1,000 alarms set for today, and how late alarms
+// ring on the real timers.
 //
-//   build/bin/verdaly-bench [--keep] [N ...]     (default: 1000 10000 100000)
+//   build/bin/verdaly-bench [--keep] [--no-alarms] [N ...]     (default: 1000 10000 100000)
 //
 // --keep leaves the filled databases behind (their folders are printed) for a look at
 // query plans with the sqlite3 shell.
@@ -9,10 +11,12 @@
 // One line per figure, e.g. "month-switch N=100000 median_ms=... max_ms=...". The list
 // window's figures: "list-fill" for a year and for every entry (the fill as the user sees
 // it, statement to painted grid) and "list-scroll" for a page of the grid repainted.
+#include "alarms/AlarmTick.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
+#include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
@@ -39,7 +43,8 @@ namespace {
 class FixedClock final : public Clock
 {
 public:
-    QDateTime now() const override { return QDateTime(QDate(2026, 11, 22), QTime(9, 0)); }
+    QDateTime at = QDateTime(QDate(2026, 11, 22), QTime(9, 0));
+    QDateTime now() const override { return at; }
 };
 
 class SilentPrompter final : public Prompter
@@ -255,6 +260,159 @@ void Run(int count, bool keep)
     main.Form_Unload();
 }
 
+// ---- alarms ----
+
+// The real system clock moved by a fixed amount: the alarm-delay run puts each alarm's
+// moment a fraction of a second ahead instead of waiting for whole minutes to pass.
+class ShiftedClock final : public Clock
+{
+public:
+    qint64 shiftMs = 0;
+    QDateTime now() const override { return m_system.now().addMSecs(shiftMs); }
+    void setNow(const QDateTime& wanted) { shiftMs = m_system.now().msecsTo(wanted); }
+
+private:
+    SystemClock m_system;
+};
+
+// Notes the program's time at each start of the notifier instead of starting it.
+class RecordingLauncher final : public ProcessLauncher
+{
+public:
+    explicit RecordingLauncher(const Clock& clock) : m_clock(clock) {}
+    std::vector<QDateTime> started;
+    bool startDetached(const QString&, const QStringList&) override
+    {
+        started.push_back(m_clock.now());
+        return true;
+    }
+
+private:
+    const Clock& m_clock;
+};
+
+void SetAlarmOptions(DatabaseConnection& db, bool balloon)
+{
+    db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 0 WHERE CODE = 304"));
+    db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = %1 WHERE CODE = 314").arg(balloon ? 1 : 0));
+}
+
+// count timed one-day entries on day with their alarm set, from 10:00 on, a minute apart
+// (wrapping within the day), with IDs from firstId.
+void AddAlarms(DatabaseConnection& db, const QDate& day, int firstId, int count)
+{
+    db.BeginTrans();
+    for (int i = 0; i < count; ++i) {
+        const QTime time = QTime(10, 0).addSecs(60 * (i % 720));
+        const QString date = QuoteText(DateToStored(day));
+        db.ExecuteSql(
+            QStringLiteral("INSERT INTO TRNSCHTSK (ID,DATA,BUSINESS,STARTDT,STARTTM,ENDDT,ENDTM,ENDLESS,CLASS,"
+                           "ALARM,PRIORITY,COMPLETION,COMPDT,FROMTOKBN,COMMENT,UPDTIME) VALUES (") +
+            QString::number(firstId + i) + QStringLiteral(", '1', ") + QuoteText(QStringLiteral("アラーム %1").arg(i)) +
+            QStringLiteral(", ") + date + QStringLiteral(", ") + QuoteText(time.toString(QStringLiteral("HH:mm"))) +
+            QStringLiteral(", ") + date +
+            QStringLiteral(", '', '', 0, '1', 0, '', '', 'A3', '', '2026/11/01 00:00:00')"));
+    }
+    db.CommitTrans();
+}
+
+// One tick over count entries of which 1,000 have their alarm set today: first while none
+// is due yet (the tick every 30 seconds of a normal day), then once with all of them due.
+void RunAlarmTick(int count)
+{
+    constexpr int Alarms = 1000;
+    QTemporaryDir dir;
+    FixedClock clock;
+    SilentPrompter prompter;
+    AppServices services;
+    services.dataDir = dir.path();
+    services.clock = &clock;
+    services.prompter = &prompter;
+    RecordingLauncher launcher(clock);
+    services.launcher = &launcher;
+    CreateStartingDatabase(services.databasePath());
+    services.connection = OpenDatabaseConnection(services.databasePath(), QString());
+    Fill(services.db(), count);
+    AddAlarms(services.db(), clock.now().date(), count + 1, Alarms);
+    SetAlarmOptions(services.db(), true);
+
+    AlarmTick tick(services);
+    std::vector<double> samples;
+    for (int i = 0; i < 21; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        tick.run(nullptr, clock.now().date());
+        if (i > 0) // the first warms the page cache
+            samples.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(samples.begin(), samples.end());
+    std::printf("alarm-tick N=%d alarms_today=%d due=0 median_ms=%.3f max_ms=%.3f samples=%zu\n", count, Alarms,
+                samples[samples.size() / 2], samples.back(), samples.size());
+
+    // All due at once: each is delivered and cleared, in one tick.
+    FixedClock late;
+    late.at = QDateTime(clock.now().date(), QTime(23, 59));
+    services.clock = &late;
+    QElapsedTimer timer;
+    timer.start();
+    tick.run(nullptr, late.now().date());
+    std::printf("alarm-tick N=%d alarms_today=%d due=%d delivered=%zu ms=%.3f\n", count, Alarms, Alarms,
+                launcher.started.size(), static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    std::fflush(stdout);
+}
+
+// The delay from each alarm's moment to its delivery on the real timers of the running
+// main window. The clock is put just before each moment, as after an editor saved.
+void RunAlarmDelay(int alarms)
+{
+    QTemporaryDir dir;
+    ShiftedClock clock;
+    SilentPrompter prompter;
+    RecordingLauncher launcher(clock);
+    const QDate day(2026, 11, 22);
+    {
+        AppServices filler;
+        filler.dataDir = dir.path();
+        CreateStartingDatabase(filler.databasePath());
+        filler.connection = OpenDatabaseConnection(filler.databasePath(), QString());
+        Fill(filler.db(), 10000);
+        AddAlarms(filler.db(), day, 10001, alarms);
+        SetAlarmOptions(filler.db(), true);
+    }
+    AppServices services;
+    services.dataDir = dir.path();
+    services.clock = &clock;
+    services.prompter = &prompter;
+    services.launcher = &launcher;
+    clock.setNow(QDateTime(day, QTime(9, 59)));
+    FrmMain main(services);
+    if (!main.Form_Load())
+        return;
+    std::vector<double> delays;
+    QRandomGenerator random(1122);
+    for (int i = 0; i < alarms; ++i) {
+        const QDateTime moment(day, QTime(10, 0).addSecs(60 * i));
+        clock.setNow(moment.addMSecs(-random.bounded(300, 900)));
+        main.RearmAlarms();
+        QElapsedTimer wait;
+        wait.start();
+        while (launcher.started.size() <= static_cast<size_t>(i) && wait.elapsed() < 35000)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        if (launcher.started.size() <= static_cast<size_t>(i)) {
+            std::printf("alarm-delay alarm %d never rang\n", i);
+            break;
+        }
+        delays.push_back(static_cast<double>(moment.msecsTo(launcher.started.back())));
+    }
+    main.Form_Unload();
+    if (delays.empty())
+        return;
+    std::sort(delays.begin(), delays.end());
+    std::printf("alarm-delay alarms=%zu median_ms=%.0f max_ms=%.0f min_ms=%.0f\n", delays.size(),
+                delays[delays.size() / 2], delays.back(), delays.front());
+    std::fflush(stdout);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -265,9 +423,12 @@ int main(int argc, char* argv[])
     RegisterFontSubstitutions();
     QList<int> counts;
     bool keep = false;
+    bool alarms = true;
     for (const QString& arg : QApplication::arguments().mid(1)) {
         if (arg == QStringLiteral("--keep"))
             keep = true;
+        else if (arg == QStringLiteral("--no-alarms"))
+            alarms = false;
         else
             counts << arg.toInt();
     }
@@ -275,5 +436,9 @@ int main(int argc, char* argv[])
         counts = {1000, 10000, 100000};
     for (int count : counts)
         Run(count, keep);
+    if (alarms) {
+        RunAlarmTick(*std::max_element(counts.begin(), counts.end()));
+        RunAlarmDelay(20);
+    }
     return 0;
 }

@@ -10,6 +10,7 @@ VERDALY_PACKAGES=(
     libxcb1-dev libxcb-keysyms1-dev
     fonts-ipafont-gothic
     xvfb xauth x11-utils xdotool imagemagick jwm xcompmgr
+    dbus dunst
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include "common/Fonts.h"
 #include "common/HotKeyBackend.h"
 #include "common/Pickers.h"
+#include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "mainwindow/FrmMain.h"
@@ -34,6 +35,7 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    SystemProcessLauncher launcher;
     DialogColorPicker colorPicker;
     DialogFontPicker fontPicker;
     DialogFilePicker filePicker;
@@ -44,6 +46,7 @@ int main(int argc, char* argv[])
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;
     services.filePicker = &filePicker;

@@ -12,6 +12,7 @@
 class Clock;
 class ColorPicker;
 class DatePicker;
+class ProcessLauncher;
 class FilePicker;
 class FontPicker;
 class HotKeyBackend;
@@ -27,6 +28,7 @@ struct AppServices
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
+    ProcessLauncher* launcher = nullptr;
     ColorPicker* colorPicker = nullptr;
     FontPicker* fontPicker = nullptr;
     FilePicker* filePicker = nullptr;

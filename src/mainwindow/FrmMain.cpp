@@ -1,5 +1,6 @@
 #include "mainwindow/FrmMain.h"
 
+#include "alarms/AlarmEngine.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
@@ -47,6 +48,9 @@ void FrmMain::buildControls()
     Timer = new QTimer(this);
     Timer->setObjectName(QStringLiteral("Timer"));
     Timer->setInterval(30000);
+    m_alarms = new AlarmEngine(
+        m_app, *Timer, [this] { return m_calendar->CurrentDate(); }, this);
+    connect(Timer, &QTimer::timeout, this, &FrmMain::Timer_Timer);
     m_clockTimer = new QTimer(this);
     m_clockTimer->setObjectName(QStringLiteral("ClockTimer"));
     m_clockTimer->setSingleShot(true);
@@ -199,4 +203,14 @@ void FrmMain::mouseMoveEvent(QMouseEvent* event)
 {
     QWidget::mouseMoveEvent(event);
     ResetLinkStyles();
+}
+
+void FrmMain::Timer_Timer()
+{
+    m_alarms->tick();
+}
+
+void FrmMain::RearmAlarms()
+{
+    m_alarms->rearm();
 }

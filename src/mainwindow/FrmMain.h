@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 
+class AlarmEngine;
 class GlobalHotKeys;
 class HalvernCalendar;
 class LinkLabel;
@@ -99,6 +100,12 @@ public:
     // Reads the hot-key rows; raises DatabaseError when they cannot be read.
     void RegisterHotKeys();
 
+    // The alarm: the 30-second tick of Timer, and the call a window makes after it changed
+    // entries or settings, so that the next alarm is armed for its new moment.
+    void Timer_Timer();
+    void RearmAlarms();
+    AlarmEngine* alarms() const { return m_alarms; }
+
     HalvernCalendar* calendar() const { return m_calendar; }
     // The notes on the desktop and their saving.
     StickyNotes* stickyNotes() const { return m_notes; }
@@ -147,6 +154,7 @@ private:
 
     // Controls, under their own names.
     QTimer* Timer = nullptr;
+    AlarmEngine* m_alarms = nullptr;
     HalvernCalendar* m_calendar = nullptr;
     std::array<QLabel*, PanelRows> LabTime{};
     std::array<LinkLabel*, PanelRows> LabYotei{};

@@ -42,6 +42,7 @@ bool FrmMain::runScheduleEditor(ScheduleHandOver& handOver)
     if (!handOver.ScheduleSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+    RearmAlarms();
     if (handOver.PostRequested)
         NewStickyNoteFrom(handOver.PostText, handOver.PostColorIndex);
     return true;
@@ -58,6 +59,7 @@ bool FrmMain::runTaskEditor(TaskHandOver& handOver)
     if (!handOver.TaskSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+    RearmAlarms();
     if (handOver.TaskPostRequested)
         NewStickyNoteFrom(handOver.TaskPostText, handOver.TaskPostColorIndex);
     return true;

@@ -10,6 +10,7 @@
 #include "common/Units.h"
 #include "entries/EntryKinds.h"
 #include "entries/EntryQueries.h"
+#include "store/GeneralRow.h"
 
 #include <QEvent>
 #include <QFrame>
@@ -23,16 +24,6 @@ Q_LOGGING_CATEGORY(lcMainWindow, "verdaly.mainwindow")
 #include <optional>
 
 namespace {
-
-// The single row of a general code, if there is one.
-std::optional<Row> GeneralRow(DatabaseConnection& db, int code)
-{
-    Rows rows = db.ReadRows(QStringLiteral("SELECT * ") + QStringLiteral("FROM TRNGENERAL ") +
-                            QStringLiteral("WHERE CODE = ") + QString::number(code) + QLatin1Char(' '));
-    if (rows.empty())
-        return std::nullopt;
-    return rows.front();
-}
 
 QFont SpotFont(const Row& row)
 {
@@ -181,7 +172,7 @@ void FrmMain::FitDesignToScreen()
 
 void FrmMain::ApplyTransparency()
 {
-    const std::optional<Row> row = GeneralRow(m_app.db(), 313);
+    const std::optional<Row> row = ReadGeneralRow(m_app.db(), 313);
     if (!row)
         return;
     // The choices are percentages of transparency; a window never disappears entirely.
@@ -192,7 +183,7 @@ void FrmMain::ApplyTransparency()
 void FrmMain::ApplyDesignSettings()
 {
     DatabaseConnection& db = m_app.db();
-    if (const std::optional<Row> onTop = GeneralRow(db, 312))
+    if (const std::optional<Row> onTop = ReadGeneralRow(db, 312))
         setAlwaysOnTop(onTop->number(QStringLiteral("DATAN1")) == 1);
 
     ApplyCalendarDesign(db, *m_calendar);

@@ -24,6 +24,7 @@ void FrmMain::OpenList(const QDate& from, const QDate& to)
     handOver.NewStickyNote = [this](const QString& text, int colorIndex) { NewStickyNoteFrom(text, colorIndex); };
     FrmList list(m_app, handOver, this);
     list.exec();
+    RearmAlarms(); // entries may have been changed or deleted from the list
 }
 
 void FrmMain::OpenDayOffs()
@@ -77,6 +78,7 @@ void FrmMain::OpenSettings()
         ApplyDesignSettings();
         RefreshMonthMarks();
     });
+    RearmAlarms(); // the advance time may have changed
 }
 
 void FrmMain::UnregisterHotKeys()

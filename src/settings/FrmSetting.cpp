@@ -67,7 +67,8 @@ FrmSetting::FrmSetting(AppServices& app, QWidget* parent)
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_ui->TxtHotKey->installEventFilter(this);
-    // The data-maintenance buttons belong to the backup and restore, wired where those live.
+    connect(m_ui->ComBackup, &QPushButton::clicked, this, &FrmSetting::ComBackup_Click);
+    connect(m_ui->ComReg, &QPushButton::clicked, this, &FrmSetting::ComReg_Click);
     connect(m_ui->ComBackColor, &QPushButton::clicked, this, &FrmSetting::ComBackColor_Click);
     connect(m_ui->ComForeColor, &QPushButton::clicked, this, &FrmSetting::ComForeColor_Click);
     connect(m_ui->ComFont, &QPushButton::clicked, this, &FrmSetting::ComFont_Click);

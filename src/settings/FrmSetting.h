@@ -67,6 +67,10 @@ private:
     void writeHotKeys();
     int hotKeyIndex() const;
 
+    // Data maintenance (FrmSettingBackup.cpp).
+    void ComBackup_Click();
+    void ComReg_Click();
+
     AppServices& m_app;
     std::unique_ptr<Ui::FrmSetting> m_ui;
     DialogTransaction m_transaction;

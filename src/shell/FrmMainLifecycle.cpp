@@ -2,6 +2,7 @@
 // are started and stopped.
 #include "mainwindow/FrmMain.h"
 
+#include "alarms/AlarmEngine.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/AppIcon.h"
 #include "common/AppInfo.h"
@@ -144,6 +145,9 @@ bool FrmMain::Form_Load()
     m_loading = false;
     m_today = m_app.clock->today();
     scheduleClockCheck();
+
+    // 15. The alarm timer.
+    m_alarms->start();
     return true;
 }
 
@@ -171,6 +175,9 @@ void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 
 void FrmMain::Form_Unload()
 {
+    // No alarm may run against a connection being closed.
+    m_alarms->stop();
+
     // A dialog still up when the session ends (logout, SIGTERM) ends as its Cancel would.
     // Its transaction goes first: closing the connection would otherwise roll the notes
     // written next back with it.

@@ -64,7 +64,8 @@ QRect Fitted(QRect outer, const QRect& area)
 class PendingPlacement final : public QObject
 {
 public:
-    PendingPlacement(QWidget& window, const QRect& outer) : QObject(&window), m_window(window), m_outer(outer)
+    PendingPlacement(QWidget& window, const QRect& outer, bool maximise)
+        : QObject(&window), m_window(window), m_outer(outer), m_maximise(maximise)
     {
         setObjectName(QStringLiteral("PendingPlacement"));
         m_poll.setInterval(40);
@@ -99,11 +100,17 @@ private:
         m_poll.stop();
         m_window.resize(qMax(1, m_outer.width() - extra.width()), qMax(1, m_outer.height() - extra.height()));
         m_window.move(m_outer.topLeft());
+        // Maximised only now, over a normal placement that is already exact: a window
+        // mapped maximised is not always kept so by the manager, and un-maximising it
+        // later must give back exactly this placement.
+        if (m_maximise)
+            m_window.setWindowState(m_window.windowState() | Qt::WindowMaximized);
         deleteLater();
     }
 
     QWidget& m_window;
     QRect m_outer;
+    bool m_maximise = false;
     QTimer m_poll;
     QElapsedTimer m_waited;
 };
@@ -165,9 +172,11 @@ void RestoreWindowPlacement(QWidget& window, const QString& iniPath, const QStri
     const QSize extra = FrameExtra(window);
     window.move(outer.topLeft());
     window.resize(qMax(1, outer.width() - extra.width()), qMax(1, outer.height() - extra.height()));
+    const bool maximise = ReadIniValue(iniPath, section, MaximizedKey) == QLatin1String("1");
+    delete window.findChild<PendingPlacement*>(QStringLiteral("PendingPlacement"), Qt::FindDirectChildrenOnly);
     if (!window.isVisible())
-        new PendingPlacement(window, outer);
-    if (ReadIniValue(iniPath, section, MaximizedKey) == QLatin1String("1"))
+        new PendingPlacement(window, outer, maximise);
+    else if (maximise)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 

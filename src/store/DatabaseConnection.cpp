@@ -35,6 +35,23 @@ QString EngineMessage(const QSqlError& error)
 DatabaseConnection::DatabaseConnection(const QString& path, OpenMode mode)
     : m_path(path), m_connectionName(NextConnectionName())
 {
+    open(mode);
+}
+
+bool DatabaseConnection::Reopen()
+{
+    Close();
+    m_connectionName = NextConnectionName();
+    m_openError.clear();
+    m_openFailure = OpenFailure::None;
+    ++m_writeGeneration;
+    open(OpenMode::ExistingOnly);
+    return m_open;
+}
+
+void DatabaseConnection::open(OpenMode mode)
+{
+    const QString& path = m_path;
     if (mode == OpenMode::ExistingOnly && !QFileInfo(path).isFile()) {
         m_openError = QStringLiteral("database file not found: %1").arg(path);
         m_openFailure = OpenFailure::Missing;

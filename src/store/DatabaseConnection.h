@@ -58,6 +58,10 @@ public:
     void RollbackTo(int depth);
 
     void Close();
+    // Closes and opens the same file again on this very object, so that everything holding
+    // a reference to the shared connection (an open dialog's transaction) keeps working
+    // after the file was copied or replaced underneath. Answers isOpen().
+    bool Reopen();
 
     // Identifies the data as this connection last saw it: the pair changes whenever a
     // statement or a rollback may have changed anything, and differs between connections,
@@ -66,6 +70,7 @@ public:
     quint64 writeGeneration() const { return m_writeGeneration; }
 
 private:
+    void open(OpenMode mode);
     void execControl(const QString& sql);
     void probe();
     sqlite3* nativeHandle() const;

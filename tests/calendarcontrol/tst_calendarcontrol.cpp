@@ -88,7 +88,6 @@ private slots:
     void designSpotFromRow_data();
     void designSpotFromRow();
     void designIgnoresPanelSpotAndOtherSets();
-    void designGridLineColour();
     void paintDayOffAndSelection();
     void weekendColours();
 };
@@ -540,8 +539,10 @@ void TestCalendarControl::designIgnoresPanelSpotAndOtherSets()
         QStringLiteral("INSERT INTO TRNCOLOR (CODE,SETNUM,SPOT,BACKCOLOR,FOREFONT,FSIZE,FBOLD,FITALIC,FORECOLOR) "
                        "VALUES (30, 1, 'x', 65280, 'IPAGothic', 20, 1, 1, 65280)"));
     HalvernCalendar calendar;
+    calendar.setGridLineColor(Qt::red);
     const SpotDesign panelBefore = calendar.spotDesign(140);
     ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.gridLineColor(), QColor(0xE0, 0xE0, 0xE0));
     QCOMPARE(calendar.spotDesign(140).back, panelBefore.back);
     QCOMPARE(calendar.spotDesign(140).text, panelBefore.text);
     QVERIFY(calendar.spotDesign(140).font.pointSizeF() != 30.0);
@@ -553,16 +554,6 @@ void TestCalendarControl::designIgnoresPanelSpotAndOtherSets()
     // The shipped rows themselves arrive: Saturday's text is 12582912 = 0xC00000 (blue).
     QCOMPARE(calendar.spotDesign(50).text, QColor(0x00, 0x00, 0xC0));
     QCOMPARE(calendar.spotDesign(70).text, QColor(0xFF, 0x80, 0x00));
-}
-
-void TestCalendarControl::designGridLineColour()
-{
-    TestEnvironment env;
-    HalvernCalendar calendar;
-    calendar.setGridLineColor(Qt::red);
-    QCOMPARE(calendar.gridLineColor(), QColor(Qt::red));
-    ApplyCalendarDesign(env.db(), calendar);
-    QCOMPARE(calendar.gridLineColor(), QColor(0xE0, 0xE0, 0xE0));
 }
 
 void TestCalendarControl::paintDayOffAndSelection()

@@ -1,27 +1,12 @@
 // Starts the real program on a real (virtual) X display and talks to it from outside,
 // as a user and the desktop would: start, a refused second start, being told to stop.
 #include "shell/IniFile.h"
+#include "support/DesktopSession.h"
 #include "support/TestKit.h"
 
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
-
-namespace {
-
-bool WaitUntil(const std::function<bool()>& condition, int timeoutMs)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < timeoutMs) {
-        if (condition())
-            return true;
-        QTest::qWait(100);
-    }
-    return condition();
-}
-
-} // namespace
 
 class TestEndToEnd : public QObject
 {

@@ -21,10 +21,8 @@ private slots:
     void rename();
     void move_data();
     void move();
-    void deleteUnused();
-    void deleteAnsweredCancel();
-    void deleteInUseRefused_data();
-    void deleteInUseRefused();
+    void deleteClass_data();
+    void deleteClass();
     void nothingSelectedChangesNothing_data();
     void nothingSelectedChangesNothing();
     void loadFailureLeavesOnlyCancel();
@@ -220,65 +218,48 @@ void TestFrmClass::move()
     QCOMPARE(env.scalar(QStringLiteral("SELECT MIN(SORTKEY) AS V FROM MSTCLASS")), 1);
 }
 
-void TestFrmClass::deleteUnused()
+void TestFrmClass::deleteClass_data()
 {
+    QTest::addColumn<QString>("usedBy"); // DATA of an entry filed under the class, "" for none
+    QTest::addColumn<bool>("confirm");
+    QTest::addColumn<QStringList>("listed");
+    QTest::addColumn<QStringList>("stored"); // after OK
+    const QStringList all{"趣味", "仕事", "家庭"};
+    const QStringList unchanged{"1|仕事|2", "2|家庭|3", "5|趣味|1"};
+    QTest::newRow("unused") << "" << true << QStringList{"趣味", "家庭"} << QStringList{"2|家庭|2", "5|趣味|1"};
+    QTest::newRow("answered cancel") << "" << false << all << unchanged;
+    QTest::newRow("used by a schedule") << "1" << true << all << unchanged;
+    QTest::newRow("used by a task") << "2" << true << all << unchanged;
+}
+
+void TestFrmClass::deleteClass()
+{
+    QFETCH(QString, usedBy);
+    QFETCH(bool, confirm);
+    QFETCH(QStringList, listed);
+    QFETCH(QStringList, stored);
     TestEnvironment env;
     addThree(env.db());
-    addEntry(env.db(), 1, QStringLiteral("1"), 5); // uses 趣味, not 仕事
+    addEntry(env.db(), 1, usedBy.isEmpty() ? QStringLiteral("1") : usedBy, usedBy.isEmpty() ? 5 : 1);
     FrmClass dialog(env.services);
     dialog.show();
     classList(dialog)->setCurrentRow(1); // 仕事, ID 1
+    env.prompter.answers.push_back(confirm ? PromptAnswer::Ok : PromptAnswer::Cancel);
     Click(&dialog, "ComDelete");
-    QCOMPARE(env.prompter.shown.size(), 1);
     const Prompt& question = env.prompter.shown.front();
     QCOMPARE(question.text, QStringLiteral("削除してよろしいですか？"));
     QCOMPARE(question.icon, PromptIcon::Question);
     QCOMPARE(question.buttons, PromptButtons::OkCancel);
     QCOMPARE(question.defaultAnswer, PromptAnswer::Cancel);
-    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "家庭"}));
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 1")), 0);
-    Click(&dialog, "ComOk");
-    QCOMPARE(classRows(env.db()), QStringList({"2|家庭|2", "5|趣味|1"}));
-}
-
-void TestFrmClass::deleteAnsweredCancel()
-{
-    TestEnvironment env;
-    addThree(env.db());
-    WriteLog log(env.db(), QStringLiteral("MSTCLASS"), QStringLiteral("ID"));
-    FrmClass dialog(env.services);
-    dialog.show();
-    classList(dialog)->setCurrentRow(0);
-    env.prompter.answers.push_back(PromptAnswer::Cancel);
-    Click(&dialog, "ComDelete");
-    QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？"}));
-    QCOMPARE(classList(dialog)->count(), 3);
-    QVERIFY(log.lines().isEmpty());
-}
-
-void TestFrmClass::deleteInUseRefused_data()
-{
-    QTest::addColumn<QString>("data");
-    QTest::newRow("used by a schedule") << "1";
-    QTest::newRow("used by a task") << "2";
-}
-
-void TestFrmClass::deleteInUseRefused()
-{
-    QFETCH(QString, data);
-    TestEnvironment env;
-    addThree(env.db());
-    addEntry(env.db(), 7, data, 2);
-    FrmClass dialog(env.services);
-    dialog.show();
-    classList(dialog)->setCurrentRow(2); // 家庭, ID 2
-    Click(&dialog, "ComDelete");
-    QCOMPARE(env.prompter.texts(), QStringList({"削除してよろしいですか？", "使用されているため削除できません"}));
-    QCOMPARE(env.prompter.shown.at(1).icon, PromptIcon::Warning);
-    QCOMPARE(LineTexts(classList(dialog)), QStringList({"趣味", "仕事", "家庭"}));
+    QCOMPARE(env.prompter.shown.size(), usedBy.isEmpty() ? 1 : 2);
+    if (!usedBy.isEmpty()) {
+        QCOMPARE(env.prompter.shown.at(1).text, QStringLiteral("使用されているため削除できません"));
+        QCOMPARE(env.prompter.shown.at(1).icon, PromptIcon::Warning);
+    }
+    QCOMPARE(LineTexts(classList(dialog)), listed);
     QVERIFY(dialog.isVisible());
     Click(&dialog, "ComOk");
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 2")), 1);
+    QCOMPARE(classRows(env.db()), stored);
 }
 
 void TestFrmClass::nothingSelectedChangesNothing_data()

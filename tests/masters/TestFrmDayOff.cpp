@@ -14,7 +14,6 @@ class TestFrmDayOff final : public QObject
 private slots:
     void editDialogRules_data();
     void editDialogRules();
-    void editDialogShowsTheDayOff();
     void addsInCalendarOrder();
     void editMayLandOnATakenDate();
     void deleteAsksFirst_data();
@@ -106,24 +105,6 @@ void TestFrmDayOff::editDialogRules()
     QCOMPARE(DayOffs(env.db()), QStringList{"5|5|こどもの日"});
 }
 
-void TestFrmDayOff::editDialogShowsTheDayOff()
-{
-    TestEnvironment env;
-    StoreDayOff(env.db(), 11, 3, QStringLiteral("文化の日"));
-    DayOffHandOver handOver;
-    handOver.DayOffMode = QStringLiteral("UPDATE");
-    handOver.DayOffCaption = QStringLiteral("編集 - 休日設定");
-    handOver.DayOffMonth = 11;
-    handOver.DayOffDay = 3;
-    FrmDayOffEdit dialog(env.services, handOver);
-    QCOMPARE(dialog.windowTitle(), handOver.DayOffCaption);
-    QCOMPARE(Control<QComboBox>(&dialog, "CmbMonth")->currentText(), QStringLiteral("11"));
-    QCOMPARE(Control<QComboBox>(&dialog, "CmbDay")->currentText(), QStringLiteral("3"));
-    QCOMPARE(Control<QLineEdit>(&dialog, "TxtComment")->text(), QStringLiteral("文化の日"));
-    Click(&dialog, "ComCancel");
-    QVERIFY(!handOver.DayOffOK);
-}
-
 void TestFrmDayOff::addsInCalendarOrder()
 {
     TestEnvironment env;
@@ -158,7 +139,11 @@ void TestFrmDayOff::editMayLandOnATakenDate()
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
     DayOffList(dialog)->setCurrentRow(1);
     {
-        ModalAnswer answer([](QWidget* edit) { Choose(edit, 5, 3, QStringLiteral("代休")); });
+        ModalAnswer answer([](QWidget* edit) {
+            QCOMPARE(Control<QComboBox>(edit, "CmbDay")->currentText(), QStringLiteral("6"));
+            QCOMPARE(Control<QLineEdit>(edit, "TxtComment")->text(), QStringLiteral("振替休日"));
+            Choose(edit, 5, 3, QStringLiteral("代休"));
+        });
         const QPoint line = DayOffList(dialog)->visualItemRect(DayOffList(dialog)->item(1)).center();
         QTest::mouseClick(DayOffList(dialog)->viewport(), Qt::LeftButton, Qt::NoModifier, line);
         QTest::mouseDClick(DayOffList(dialog)->viewport(), Qt::LeftButton, Qt::NoModifier, line);

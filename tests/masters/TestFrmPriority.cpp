@@ -15,7 +15,6 @@ private slots:
     void renameThenOk_data();
     void renameThenOk();
     void okWithoutRenameRewritesEveryRow();
-    void editorCancelKeepsName();
     void doubleClickEdits();
     void nothingSelectedChangesNothing();
 };
@@ -59,25 +58,29 @@ void TestFrmPriority::renameThenOk_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("pressOk"); // in the name editor
     QTest::addColumn<QStringList>("stored");
-    QTest::newRow("japanese") << 0 << "最優先" << QStringList({"最優先", "中", "低"});
-    QTest::newRow("apostrophe") << 1 << "don't care" << QStringList({"高", "don't care", "低"});
-    QTest::newRow("statement-like") << 2 << "x' WHERE 1=1; --" << QStringList({"高", "中", "x' WHERE 1=1; --"});
+    QTest::newRow("japanese") << 0 << "最優先" << true << QStringList({"最優先", "中", "低"});
+    QTest::newRow("apostrophe") << 1 << "don't care" << true << QStringList({"高", "don't care", "低"});
+    QTest::newRow("statement-like") << 2 << "x' WHERE 1=1; --" << true << QStringList({"高", "中", "x' WHERE 1=1; --"});
+    QTest::newRow("name editor cancelled") << 1 << "捨てる" << false << StartingNames;
 }
 
 void TestFrmPriority::renameThenOk()
 {
     QFETCH(int, row);
     QFETCH(QString, name);
+    QFETCH(bool, pressOk);
     QFETCH(QStringList, stored);
     TestEnvironment env;
     FrmPriority dialog(env.services);
     dialog.show();
-    const auto script = renameLine(dialog, row, name);
+    const auto script = renameLine(dialog, row, name, pressOk);
     QVERIFY(script->opened());
     QCOMPARE(script->title(), QStringLiteral("優先度 - 編集"));
     QCOMPARE(script->initialText(), StartingNames.at(row));
     QCOMPARE(priorityNames(env.db()), StartingNames); // not written before OK
+    QCOMPARE(LineTexts(priorityList(dialog)), stored);
     Click(&dialog, "ComOK");
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
@@ -98,16 +101,6 @@ void TestFrmPriority::okWithoutRenameRewritesEveryRow()
     QVERIFY(dialog.PriorityChanged());
     QCOMPARE(log.lines(), QStringList({"UPDATE 1", "UPDATE 2", "UPDATE 3"}));
     QCOMPARE(priorityNames(env.db()), StartingNames);
-}
-
-void TestFrmPriority::editorCancelKeepsName()
-{
-    TestEnvironment env;
-    FrmPriority dialog(env.services);
-    dialog.show();
-    const auto script = renameLine(dialog, 1, QStringLiteral("捨てる"), false);
-    QVERIFY(script->opened());
-    QCOMPARE(LineTexts(priorityList(dialog)), StartingNames);
 }
 
 void TestFrmPriority::doubleClickEdits()

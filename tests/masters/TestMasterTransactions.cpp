@@ -1,7 +1,10 @@
 #include "masters/FrmClass.h"
+#include "masters/FrmDayOff.h"
 #include "masters/FrmPriority.h"
 #include "support/TestKit.h"
 
+#include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QtTest>
 
@@ -21,20 +24,36 @@ private slots:
 
 namespace {
 
-// One master dialog and the one change the tables make in it: a new class "内側", or the
-// first priority renamed to "内側".
+// One master dialog and the one change the tables make in it: a new class "内側", the
+// first priority renamed to "内側", or a new day-off 8/13 "内側".
 struct Master
 {
-    Master(TestEnvironment& env, const QString& which) : isClass(which == QLatin1String("class"))
+    Master(TestEnvironment& env, const QString& which)
+        : isClass(which == QLatin1String("class")), isDayOff(which == QLatin1String("dayoff"))
     {
         if (isClass)
             dialog = std::make_unique<FrmClass>(env.services);
+        else if (isDayOff)
+            dialog = std::make_unique<FrmDayOff>(env.services);
         else
             dialog = std::make_unique<FrmPriority>(env.services);
         dialog->show();
     }
     void change()
     {
+        if (isDayOff) {
+            ModalAnswer answer([](QWidget* edit) {
+                auto* months = Control<QComboBox>(edit, "CmbMonth");
+                auto* days = Control<QComboBox>(edit, "CmbDay");
+                months->setCurrentIndex(months->findData(8));
+                days->setCurrentIndex(days->findData(13));
+                Type(edit, QStringLiteral("TxtComment"), QStringLiteral("内側"));
+                Click(edit, "ComOK");
+            });
+            Click(dialog.get(), "ComADD");
+            QVERIFY(answer.opened());
+            return;
+        }
         if (!isClass)
             Control<QListWidget>(dialog.get(), "LstPriority")->setCurrentRow(0);
         EditAnswer answer(QStringLiteral("内側"));
@@ -48,13 +67,16 @@ struct Master
     const char* ok() const { return isClass ? "ComOk" : "ComOK"; }
 
     bool isClass;
+    bool isDayOff;
     std::unique_ptr<QDialog> dialog;
 };
 
 bool ChangeStored(TestEnvironment& env)
 {
     return env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '内側'")) +
-               env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 100 AND DATAS1 = '内側'")) ==
+               env.count(
+                   QStringLiteral("TRNGENERAL"),
+                   QStringLiteral("(CODE = 100 AND DATAS1 = '内側') OR (CODE = 200 AND DATAN1 = 8 AND DATAN2 = 13)")) ==
            1;
 }
 
@@ -66,7 +88,7 @@ void TestMasterTransactions::closing_data()
     QTest::addColumn<QString>("how");
     QTest::addColumn<bool>("outer"); // another dialog's transaction is open already
     QTest::addColumn<bool>("kept");
-    for (const char* dialog : {"class", "priority"}) {
+    for (const char* dialog : {"class", "priority", "dayoff"}) {
         const auto row = [dialog](const char* name) -> QTestData& {
             return QTest::addRow("%s %s", dialog, name) << dialog;
         };

@@ -5,6 +5,7 @@
 #include "common/DatePicker.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "support/FakeLauncher.h"
 #include "support/FakePickers.h"
 
 #include <QDateTime>
@@ -12,6 +13,7 @@
 #include <QTemporaryDir>
 
 #include <deque>
+#include <functional>
 #include <memory>
 
 class FakeClock final : public Clock
@@ -27,10 +29,14 @@ class FakePrompter final : public Prompter
 public:
     QList<Prompt> shown;
     std::deque<PromptAnswer> answers;
+    // Runs while the box would be open, as the user or another window might act then.
+    std::function<void(const Prompt&)> whileShown;
 
     PromptAnswer ask(QWidget*, const Prompt& prompt) override
     {
         shown.append(prompt);
+        if (whileShown)
+            whileShown(prompt);
         if (prompt.buttons == PromptButtons::Ok)
             return PromptAnswer::Ok;
         if (answers.empty())
@@ -95,6 +101,7 @@ public:
     FakePrompter prompter;
     FakeRandom random;
     FakeDatePicker datePicker;
+    FakeLauncher launcher;
     FakeColorPicker colorPicker;
     FakeFontPicker fontPicker;
     FakeFilePicker filePicker;

@@ -65,6 +65,12 @@ void StoreEntry(DatabaseConnection& db, const StoredEntry& e)
               {"UPDTIME", e.updTime}});
 }
 
+StoredEntry WithAlarm(StoredEntry entry)
+{
+    entry.alarm = QStringLiteral("1");
+    return entry;
+}
+
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey)
 {
     StoreRow(db, QStringLiteral("MSTCLASS"), {{"ID", id}, {"CLASS", name}, {"SORTKEY", sortKey}});
@@ -75,6 +81,17 @@ void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns)
     Columns all{{"CODE", code}};
     all += columns;
     StoreRow(db, QStringLiteral("TRNGENERAL"), all);
+}
+
+void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon, bool sound, const QString& soundFile)
+{
+    const auto set = [&db](int code, const QString& column, const QString& value) {
+        db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 = %2 WHERE CODE = %3").arg(column, value).arg(code));
+    };
+    set(304, QStringLiteral("DATAN1"), QString::number(advance));
+    set(314, QStringLiteral("DATAN1"), balloon ? QStringLiteral("1") : QStringLiteral("0"));
+    set(316, QStringLiteral("DATAN1"), sound ? QStringLiteral("1") : QStringLiteral("0"));
+    set(315, QStringLiteral("MEMO1"), QuoteText(soundFile));
 }
 
 QString Column(DatabaseConnection& db, int id, const char* column)

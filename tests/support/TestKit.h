@@ -58,9 +58,16 @@ using Columns = QList<QPair<QString, QVariant>>;
 // Any row: texts are quoted, numbers written as they are.
 void StoreRow(DatabaseConnection& db, const QString& table, const Columns& columns);
 void StoreEntry(DatabaseConnection& db, const StoredEntry& entry);
+// The same entry with its alarm set.
+StoredEntry WithAlarm(StoredEntry entry);
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey = 0);
 // A TRNGENERAL row of code with the given DATA/MEMO columns.
 void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns = {});
+
+// The alarm options as the settings dialog writes them: the advance time in minutes (304),
+// balloon rather than message box (314), sound on (316) and its file (315).
+void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon = false, bool sound = false,
+                        const QString& soundFile = QString());
 
 // ---- reading back -------------------------------------------------------------------------
 // One column of the entry with this ID, as text ("<no row>" when it is gone).

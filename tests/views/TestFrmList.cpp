@@ -25,7 +25,6 @@ private slots:
     void pickerLinkSetsTheBoxAndRefills();
     void deleteKeyAsksFirst_data();
     void deleteKeyAsksFirst();
-    void deleteOnEmptyGridDoesNothing();
     void editRefreshesTheGrid_data();
     void editRefreshesTheGrid();
     void newScheduleHandsOverItsStickyNote();
@@ -254,16 +253,6 @@ void TestFrmList::deleteKeyAsksFirst()
     QCOMPARE(fixture.env.db().transactionDepth(), 0);
     // The next row down is ready for the next delete.
     QCOMPARE(Grid(list)->currentIndex().row(), row);
-}
-
-void TestFrmList::deleteOnEmptyGridDoesNothing()
-{
-    ListFixture fixture(QDate(2030, 1, 1), QDate(2030, 1, 31));
-    FrmList list(fixture.env.services, fixture.handOver);
-    QCOMPARE(list.model()->rowCount(), 0);
-    QTest::keyClick(Grid(list), Qt::Key_Delete);
-    QVERIFY(fixture.env.prompter.shown.isEmpty());
-    QCOMPARE(fixture.env.count(QStringLiteral("TRNSCHTSK")), 11);
 }
 
 void TestFrmList::editRefreshesTheGrid_data()

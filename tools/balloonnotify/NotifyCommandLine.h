@@ -3,8 +3,11 @@
 #include <QString>
 #include <QStringList>
 
-// The notifier's command line: /t title /c text /i icon [/a sound.wav]. The words between
-// two switches are joined by single blanks.
+// The notifier's command line: /t TITLE /c TEXT /i ICON [/a SOUND.wav].
+//
+// The calendar hands each value as one argument, so blanks and switch-like words inside a
+// title survive. A line typed by hand may split a value into several words; the words
+// between two switches are then joined with single blanks.
 struct NotifyCommand
 {
     QString title;
@@ -16,3 +19,6 @@ struct NotifyCommand
 };
 
 NotifyCommand ParseNotifyCommandLine(const QStringList& words);
+
+// The usage line printed for a command line that cannot be read.
+QString NotifyUsage();

@@ -1,0 +1,3 @@
+#include "alarms/AlarmLog.h"
+
+Q_LOGGING_CATEGORY(lcAlarms, "verdaly.alarms")

@@ -1,0 +1,171 @@
+#include "support/DesktopSession.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+#include <QTest>
+
+bool WaitUntil(const std::function<bool()>& condition, int timeoutMs)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < timeoutMs) {
+        if (condition())
+            return true;
+        QTest::qWait(50);
+    }
+    return condition();
+}
+
+namespace {
+
+// Starts a server that prints one line when ready (its display or its address) and reads it.
+bool StartAndReadLine(QProcess& process, const QString& program, const QStringList& arguments, QString* line,
+                      QString* why)
+{
+    const QString path = QStandardPaths::findExecutable(program);
+    if (path.isEmpty()) {
+        *why = program + QStringLiteral(" is not installed (scripts/deps.sh installs it)");
+        return false;
+    }
+    process.start(path, arguments);
+    if (!process.waitForStarted(10000)) {
+        *why = program + QStringLiteral(" did not start: ") + process.errorString();
+        return false;
+    }
+    WaitUntil([&] { return process.canReadLine() || process.state() != QProcess::Running; }, 15000);
+    *line = QString::fromUtf8(process.readLine()).trimmed();
+    if (line->isEmpty()) {
+        *why = program + QStringLiteral(" did not say where it listens");
+        return false;
+    }
+    return true;
+}
+
+void Stop(QProcess& process)
+{
+    if (process.state() == QProcess::NotRunning)
+        return;
+    process.terminate();
+    if (!process.waitForFinished(5000)) {
+        process.kill();
+        process.waitForFinished(2000);
+    }
+}
+
+} // namespace
+
+DesktopSession::~DesktopSession()
+{
+    Stop(m_server);
+    Stop(m_bus);
+    Stop(m_xvfb);
+}
+
+bool DesktopSession::startDisplay(QString* why)
+{
+    QString number;
+    if (!StartAndReadLine(m_xvfb, QStringLiteral("Xvfb"),
+                          {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                           QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
+                           QStringLiteral("tcp")},
+                          &number, why))
+        return false;
+    m_display = QLatin1Char(':') + number;
+    return true;
+}
+
+bool DesktopSession::startBus(QString* why)
+{
+    return StartAndReadLine(
+        m_bus, QStringLiteral("dbus-daemon"),
+        {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")}, &m_busAddress,
+        why);
+}
+
+bool DesktopSession::startNotificationServer(QString* why)
+{
+    const QString dunst = QStandardPaths::findExecutable(QStringLiteral("dunst"));
+    if (dunst.isEmpty() || m_busAddress.isEmpty() || m_display.isEmpty()) {
+        *why = QStringLiteral("dunst, a display and a bus are needed for a notification server");
+        return false;
+    }
+    m_server.setProcessEnvironment(environment());
+    m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_server.start(dunst, {});
+    const bool ready = WaitUntil(
+        [&] {
+            return m_server.state() == QProcess::Running &&
+                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}).trimmed() == QLatin1String("false");
+        },
+        15000);
+    if (!ready)
+        *why = QStringLiteral("dunst did not come up on the private bus");
+    return ready;
+}
+
+QProcessEnvironment DesktopSession::environment() const
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("DISPLAY"), m_display);
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+               m_busAddress.isEmpty() ? QStringLiteral("unix:path=/nonexistent/verdaly-test-bus") : m_busAddress);
+    return env;
+}
+
+QString DesktopSession::run(const QString& program, const QStringList& arguments, int timeoutMs) const
+{
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(program, arguments);
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished(2000);
+    }
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+QStringList DesktopSession::visibleWindows(qint64 pid) const
+{
+    return run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                           QStringLiteral("--pid"), QString::number(pid)})
+        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+int DesktopSession::shownNotifications() const
+{
+    bool ok = false;
+    const int n =
+        run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).trimmed().toInt(&ok);
+    return ok ? n : -1;
+}
+
+QList<DesktopSession::Notification> DesktopSession::closeAllAndReadHistory() const
+{
+    run(QStringLiteral("dunstctl"), {QStringLiteral("close-all")});
+    QList<Notification> list;
+    // The server moves what was closed to its history a moment later.
+    WaitUntil(
+        [&] {
+            if (shownNotifications() != 0)
+                return false;
+            list.clear();
+            const QJsonDocument history =
+                QJsonDocument::fromJson(run(QStringLiteral("dunstctl"), {QStringLiteral("history")}).toUtf8());
+            for (const QJsonValue group : history.object().value(QStringLiteral("data")).toArray()) {
+                for (const QJsonValue item : group.toArray()) {
+                    const QJsonObject n = item.toObject();
+                    const auto field = [&n](const char* name) {
+                        return n.value(QLatin1String(name)).toObject().value(QStringLiteral("data")).toString();
+                    };
+                    list.append(Notification{field("appname"), field("summary"), field("body")});
+                }
+            }
+            return true;
+        },
+        3000);
+    return list;
+}
