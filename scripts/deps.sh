@@ -8,9 +8,10 @@ VERDALY_PACKAGES=(
     qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libsqlite3-dev
     qt6-multimedia-dev
     libxcb1-dev libxcb-keysyms1-dev
+    desktop-file-utils appstream librsvg2-bin
     fonts-ipafont-gothic
     xvfb xauth x11-utils xdotool imagemagick jwm xcompmgr
-    dbus dunst
+    dbus dunst at-spi2-core python3-pyatspi
 )
 
 missing=()

@@ -1,3 +1,4 @@
+#include "common/AppInfo.h"
 #include "common/AppServices.h"
 #include "common/Clock.h"
 #include "common/Fonts.h"
@@ -6,8 +7,10 @@
 #include "common/ProcessLauncher.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "common/UrlOpener.h"
 #include "mainwindow/FrmMain.h"
 #include "platform/HotKeyBackendFactory.h"
+#include "shell/AutoStart.h"
 #include "shell/DataFolder.h"
 #include "shell/SignalWatcher.h"
 #include "views/FrmDatePicker.h"
@@ -21,6 +24,9 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("halvern-verdaly"));
+    QApplication::setApplicationVersion(AppInfo::versionText());
+    // Ties the windows to the installed menu entry and its icon.
+    QApplication::setDesktopFileName(AppInfo::desktopId());
     // Closing the window may only hide it in the tray; the program ends through its own unload.
     QApplication::setQuitOnLastWindowClosed(false);
     RegisterFontSubstitutions();
@@ -35,6 +41,7 @@ int main(int argc, char* argv[])
     SystemClock clock;
     MessageBoxPrompter prompter;
     SystemRandomSource random;
+    DesktopUrlOpener urlOpener;
     SystemProcessLauncher launcher;
     DialogColorPicker colorPicker;
     DialogFontPicker fontPicker;
@@ -42,10 +49,12 @@ int main(int argc, char* argv[])
     const std::unique_ptr<HotKeyBackend> hotKeys = CreateHotKeyBackend();
 
     AppServices services;
+    services.programDir = QApplication::applicationDirPath();
     services.dataDir = ResolveDataDir(QApplication::arguments(), QApplication::applicationDirPath());
     services.clock = &clock;
     services.prompter = &prompter;
     services.random = &random;
+    services.urlOpener = &urlOpener;
     services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;
@@ -75,6 +84,6 @@ int main(int argc, char* argv[])
             main.RequestShutdown(UnloadMode::AppWindows);
     });
 
-    main.show();
+    main.ShowAtStart(IsAutoStarted(QApplication::arguments()));
     return QApplication::exec();
 }

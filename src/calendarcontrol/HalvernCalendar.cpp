@@ -1,10 +1,12 @@
 #include "calendarcontrol/HalvernCalendar.h"
 
+#include "calendarcontrol/CalendarAccessible.h"
 #include "holidays/JapaneseHolidays.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -30,6 +32,7 @@ HalvernCalendar::HalvernCalendar(QWidget* parent)
     // shows a fixed month.
     m_current = QDate(2000, 1, 1);
     m_firstShown = CalendarLayout::FirstShownDate(m_current.year(), m_current.month(), m_firstDayOfWeek);
+    InstallCalendarAccessibility();
     refreshHolidays();
 }
 
@@ -45,6 +48,7 @@ void HalvernCalendar::setCurrentDate(const QDate& date)
         refreshHolidays();
     }
     update();
+    scheduleAccessibleUpdate();
     if (monthMoved)
         emit monthChanged(date.year(), date.month());
     // A month listener may already have moved on to another day; then that move reported it.
@@ -63,6 +67,7 @@ void HalvernCalendar::ClearEntryMarks()
         return;
     m_entryDays.clear();
     update();
+    scheduleAccessibleUpdate();
 }
 
 void HalvernCalendar::MarkEntryDay(const QDate& date)
@@ -71,22 +76,41 @@ void HalvernCalendar::MarkEntryDay(const QDate& date)
         return;
     m_entryDays.insert(date);
     update();
+    scheduleAccessibleUpdate();
 }
 
 void HalvernCalendar::ClearDayOffMarks()
 {
+    m_dayOffNames.clear();
     if (m_dayOffs.isEmpty())
         return;
     m_dayOffs.clear();
     update();
+    scheduleAccessibleUpdate();
 }
 
-void HalvernCalendar::MarkDayOff(const QDate& date)
+void HalvernCalendar::MarkDayOff(const QDate& date, const QString& name)
 {
-    if (!isShown(date) || m_dayOffs.contains(date))
+    if (!isShown(date))
+        return;
+    if (!name.isEmpty())
+        m_dayOffNames.insert(date, name);
+    if (m_dayOffs.contains(date))
         return;
     m_dayOffs.insert(date);
     update();
+    scheduleAccessibleUpdate();
+}
+
+void HalvernCalendar::scheduleAccessibleUpdate()
+{
+    if (m_accessibleUpdatePending || !QAccessible::isActive())
+        return;
+    m_accessibleUpdatePending = true;
+    QTimer::singleShot(0, this, [this] {
+        m_accessibleUpdatePending = false;
+        NotifyCalendarCellsChanged(this);
+    });
 }
 
 void HalvernCalendar::pruneMarks()

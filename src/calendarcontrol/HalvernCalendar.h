@@ -41,9 +41,11 @@ public:
     void ClearEntryMarks();
     void MarkEntryDay(const QDate& date);
     void ClearDayOffMarks();
-    void MarkDayOff(const QDate& date);
+    // name: what the day-off is called (read out by screen readers); may be empty.
+    void MarkDayOff(const QDate& date, const QString& name = QString());
     bool isEntryDay(const QDate& date) const { return m_entryDays.contains(date); }
     bool isDayOff(const QDate& date) const { return m_dayOffs.contains(date); }
+    QString dayOffName(const QDate& date) const { return m_dayOffNames.value(date); }
 
     // National holidays are marked on every day the grid shows, the neighbouring months'
     // days included, unless switched off by the settings.
@@ -117,6 +119,8 @@ private:
     void moveBy(int days);
     void moveByMonths(int months);
     void pruneMarks();
+    // Screen readers hear of changed days once per turn of the event loop, not per mark.
+    void scheduleAccessibleUpdate();
     void refreshHolidays();
 
     // Painting (HalvernCalendarPaint.cpp).
@@ -131,6 +135,8 @@ private:
     QDate m_firstShown;
     QSet<QDate> m_entryDays;
     QSet<QDate> m_dayOffs;
+    QHash<QDate, QString> m_dayOffNames;
+    bool m_accessibleUpdatePending = false;
     bool m_holidaysShown = true;
     QHash<QDate, QString> m_holidays; // the holidays of the shown grid
     QString m_titleFormat;

@@ -18,16 +18,20 @@ class FontPicker;
 class HotKeyBackend;
 class Prompter;
 class RandomSource;
+class UrlOpener;
 
 // Everything a window needs from the outside world, handed down by reference. Production
 // fills it with the real things in main.cpp; tests fill it with fakes.
 struct AppServices
 {
     QString dataDir;
+    // The program's own folder: where the shipped help page is looked for.
+    QString programDir;
     Clock* clock = nullptr;
     Prompter* prompter = nullptr;
     RandomSource* random = nullptr;
     DatePicker* datePicker = nullptr;
+    UrlOpener* urlOpener = nullptr;
     ProcessLauncher* launcher = nullptr;
     ColorPicker* colorPicker = nullptr;
     FontPicker* fontPicker = nullptr;

@@ -27,6 +27,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void hover();
     void applyStyle(bool hot);
 
     QColor m_normal;

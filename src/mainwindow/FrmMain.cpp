@@ -28,6 +28,7 @@ FrmMain::FrmMain(AppServices& app, QWidget* parent) : QWidget(parent), m_app(app
     setMouseTracking(true);
     m_notes = new StickyNotes(m_app, this);
     buildControls();
+    buildMenus();
 }
 
 FrmMain::~FrmMain() = default;

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "mainwindow/MainMenus.h"
+
 #include <QColor>
 #include <QDate>
+#include <QSystemTrayIcon>
 #include <QWidget>
 
 #include <array>
@@ -13,7 +16,6 @@ class HalvernCalendar;
 class LinkLabel;
 class QFrame;
 class QLabel;
-class QSystemTrayIcon;
 class QTimer;
 class SingleInstance;
 class StickyNotes;
@@ -49,6 +51,10 @@ public:
     int loadExitCode() const { return m_loadExitCode; }
     void Form_QueryUnload(bool& cancel, UnloadMode mode);
     void Form_Unload();
+
+    // Shows the window, except for a start at login (--autostart) of a program set to stay
+    // resident: that one waits in the tray. With no tray to wait in, the window shows.
+    void ShowAtStart(bool autostarted);
 
     // Ends the program through the normal close path (exit menu, signals, session end).
     void RequestShutdown(UnloadMode mode);
@@ -119,6 +125,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // "常駐": the close box hides the window in the tray instead of ending the program.
+    bool residentOption();
     void AddTrayIcon();
     void RemoveTrayIcon();
     bool trayAvailable() const;
@@ -139,6 +147,25 @@ private:
     void FollowClock();
     void scheduleClockCheck();
     void setAlwaysOnTop(bool onTop);
+    // The menus, the links, the panel's entry labels and the tray (FrmMainMenus.cpp).
+    void buildMenus();
+    void wireTrayIcon();
+    // Pops the menu up under the control and answers the word its chosen item left.
+    QString popUp(QMenu* menu, QWidget* under);
+    void LabMenu_Click();
+    void LabJump_Click();
+    void LabScaedule_Click();
+    void LabMore_Click();
+    void LabHelp_Click();
+    void MnuToday_Click();
+    void MnuMonth_Click(int month);
+    void LabYotei_Click(int index);
+    void LabYotei_MouseDown(int index);
+    void deletePanelEntry(int index);
+    void TrayIcon_Activated(QSystemTrayIcon::ActivationReason reason);
+    void OpenOnlineHelp();
+    void OpenVersion();
+
     // The editors as the main window opens them: busy while they are up; after a save
     // the marks and the panel follow and a requested sticky note opens. Answer whether
     // the editor saved.
@@ -164,6 +191,8 @@ private:
     LinkLabel* LabJump = nullptr;
     LinkLabel* LabScaedule = nullptr;
     LinkLabel* LabHelp = nullptr;
+
+    MainMenus m_menus;
 
     // What each panel row shows (0 / "" when empty), for the click and drag handlers.
     std::array<int, PanelRows> m_panelEntryId{};

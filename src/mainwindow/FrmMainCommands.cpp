@@ -39,7 +39,8 @@ bool FrmMain::runScheduleEditor(ScheduleHandOver& handOver)
         FrmSchedule editor(m_app, handOver, this);
         editor.exec();
     }
-    if (!handOver.ScheduleSaved)
+    // The tray's exit may have ended the program while the editor was up.
+    if (m_unloaded || !handOver.ScheduleSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
     RearmAlarms();
@@ -56,7 +57,7 @@ bool FrmMain::runTaskEditor(TaskHandOver& handOver)
         FrmTask editor(m_app, handOver, this);
         editor.exec();
     }
-    if (!handOver.TaskSaved)
+    if (m_unloaded || !handOver.TaskSaved)
         return false;
     RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
     RearmAlarms();

@@ -66,7 +66,7 @@ void FrmMain::MarkDayOffs()
         const QDate day =
             DayOffDate(current.year(), row.number(QStringLiteral("DATAN1")), row.number(QStringLiteral("DATAN2")));
         if (day.isValid())
-            m_calendar->MarkDayOff(day);
+            m_calendar->MarkDayOff(day, row.text(QStringLiteral("DATAS1")));
     }
 }
 

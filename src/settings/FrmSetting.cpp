@@ -6,6 +6,7 @@
 #include "common/Prompter.h"
 #include "common/Units.h"
 #include "common/UserAction.h"
+#include "shell/AutoStart.h"
 #include "store/SqlText.h"
 #include "ui_FrmSetting.h"
 
@@ -178,6 +179,9 @@ void FrmSetting::loadOptions()
             break;
         }
     }
+    // Not a database row: the desktop's autostart folder says whether the login starts us.
+    m_autoStartLoaded = IsAutoStartEnabled();
+    m_ui->ChkAutoStart->setChecked(m_autoStartLoaded);
     if (balloon) {
         m_ui->OptBalloon->setChecked(true);
         OptBalloon_Click();
@@ -396,7 +400,7 @@ void FrmSetting::ComOK_Click()
 {
     if (m_ui->TxtHotKey->hasFocus())
         TxtHotKey_LostFocus();
-    if (!soundPathAccepted())
+    if (!soundPathAccepted() || !autoStartWritten())
         return;
     const bool saved = RunUserAction(m_app, this, [this] {
         writeOptions();
@@ -405,6 +409,22 @@ void FrmSetting::ComOK_Click()
     });
     if (saved)
         accept();
+}
+
+bool FrmSetting::autoStartWritten()
+{
+    const bool wanted = m_ui->ChkAutoStart->isChecked();
+    if (wanted == m_autoStartLoaded)
+        return true;
+    QString error;
+    if (!SetAutoStart(wanted, CurrentAutoStartCommand(), &error)) {
+        // The dialog stays open with every choice as made, so OK can be pressed again.
+        m_app.prompter->inform(this, error, PromptIcon::Warning);
+        m_ui->ChkAutoStart->setFocus();
+        return false;
+    }
+    m_autoStartLoaded = wanted;
+    return true;
 }
 
 void FrmSetting::writeOptions()

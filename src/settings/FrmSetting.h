@@ -56,6 +56,7 @@ private:
     void showFont();
     qint64 selectedSpot() const;
     bool soundPathAccepted();
+    bool autoStartWritten();
     void writeOptions();
 
     // Hot keys (FrmSettingHotKeys.cpp).
@@ -75,6 +76,9 @@ private:
     std::unique_ptr<Ui::FrmSetting> m_ui;
     DialogTransaction m_transaction;
     bool m_committed = false;
+    // Whether the autostart entry was on when the dialog opened: an unchanged box leaves
+    // the file (perhaps edited by hand) alone.
+    bool m_autoStartLoaded = false;
 
     // The shown spot's font as the font picker starts from it: the name without the
     // style words, and the two style flags.

@@ -1,6 +1,7 @@
 #include "shell/DataFolder.h"
 
 #include "common/AppInfo.h"
+#include "shell/AutoStart.h"
 #include "shell/ShellLog.h"
 
 #include <QDir>
@@ -34,7 +35,7 @@ QString CommandLineError(const QStringList& arguments)
         } else if (arg.startsWith(option + QLatin1Char('='))) {
             if (arg.size() == option.size() + 1)
                 return QStringLiteral("--data-dir にフォルダが指定されていません。");
-        } else {
+        } else if (arg != AutoStartOption()) {
             return QStringLiteral("不明な引数です: ") + arg;
         }
     }
@@ -43,13 +44,21 @@ QString CommandLineError(const QStringList& arguments)
 
 QString CommandLineUsage()
 {
-    return QStringLiteral("使い方: verdaly [--data-dir フォルダ]");
+    return QStringLiteral("使い方: verdaly [--data-dir フォルダ] [--autostart]  (詳しくは verdaly --help)");
+}
+
+bool IsInstalledProgram(const QString& executableDir)
+{
+    return QFileInfo(QDir(executableDir)
+                         .filePath(QStringLiteral("../share/applications/%1.desktop").arg(AppInfo::desktopId())))
+        .isFile();
 }
 
 QString IntendedDataDir(const QStringList& arguments, const QString& executableDir)
 {
     QString dir = DataDirArgument(arguments);
-    if (dir.isEmpty() && QFileInfo(QDir(executableDir).filePath(AppInfo::databaseFileName())).isFile())
+    if (dir.isEmpty() && !IsInstalledProgram(executableDir) &&
+        QFileInfo(QDir(executableDir).filePath(AppInfo::databaseFileName())).isFile())
         dir = executableDir;
     if (dir.isEmpty())
         dir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);

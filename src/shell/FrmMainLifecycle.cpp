@@ -29,6 +29,10 @@ namespace {
 
 const QString PlacementSection = QStringLiteral("frmMAIN");
 
+// How long a quiet start at login waits for a tray to appear: 20 looks, 5 seconds.
+constexpr int TrayWaitStepMs = 250;
+constexpr int TrayWaitTries = 20;
+
 // Runs one start-up or shutdown step; a database failure is logged and the sequence
 // goes on, so one broken row never keeps the calendar from starting or from saving.
 template <typename Step> void RunStep(const char* name, Step&& step)
@@ -151,17 +155,44 @@ bool FrmMain::Form_Load()
     return true;
 }
 
+bool FrmMain::residentOption()
+{
+    bool resident = false;
+    RunStep("resident option", [&] {
+        const Rows rows =
+            m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 311 ORDER BY CODE"));
+        resident = !rows.empty() && rows.front().number(QStringLiteral("DATAN1")) == 1;
+    });
+    return resident;
+}
+
+void FrmMain::ShowAtStart(bool autostarted)
+{
+    if (!autostarted || !residentOption()) {
+        show();
+        return;
+    }
+    if (trayAvailable())
+        return;
+    // At login the panel that hosts the tray often comes up after the programs it starts:
+    // wait for it a little, then show the window, which must never be out of reach.
+    auto* wait = new QTimer(this);
+    connect(wait, &QTimer::timeout, this, [this, wait, tries = 0]() mutable {
+        const bool trayCame = trayAvailable();
+        if (!trayCame && ++tries < TrayWaitTries)
+            return;
+        wait->deleteLater();
+        if (!trayCame)
+            show();
+    });
+    wait->start(TrayWaitStepMs);
+}
+
 void FrmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 {
     if (mode != UnloadMode::FormControlMenu)
         return;
-    bool hideToTray = false;
-    RunStep("close option", [&] {
-        const Rows rows =
-            m_app.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 311 ORDER BY CODE"));
-        hideToTray = !rows.empty() && rows.front().number(QStringLiteral("DATAN1")) == 1;
-    });
-    if (!hideToTray)
+    if (!residentOption())
         return;
     cancel = true;
     if (trayAvailable()) {
@@ -215,6 +246,7 @@ void FrmMain::AddTrayIcon()
     m_tray = new QSystemTrayIcon(AppIcon(), this);
     m_tray->setObjectName(QStringLiteral("TrayIcon"));
     m_tray->setToolTip(AppInfo::trayTip());
+    wireTrayIcon();
     m_tray->show();
 }
 

@@ -25,9 +25,7 @@ void TestNotifierCommand::oneLineForm_data()
 
     // clang-format off
     QTest::newRow("with sound")          << "3F" << true  << "/x/a.wav" << "/opt/v/BalloonNotify /t 会議 /c 3F /i i /a /x/a.wav";
-    QTest::newRow("sound off")           << "3F" << false << "/x/a.wav" << "/opt/v/BalloonNotify /t 会議 /c 3F /i i ";
     QTest::newRow("sound on, no file")   << "3F" << true  << ""         << "/opt/v/BalloonNotify /t 会議 /c 3F /i i ";
-    QTest::newRow("no comment")          << ""   << false << ""         << "/opt/v/BalloonNotify /t 会議 /c  /i i ";
     // clang-format on
 }
 

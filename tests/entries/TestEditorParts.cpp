@@ -2,6 +2,7 @@
 #include "entries/ClassCombo.h"
 #include "entries/LinkLabels.h"
 #include "entries/TypedDateTime.h"
+#include "store/SqlText.h"
 #include "support/TestKit.h"
 
 #include <QComboBox>
@@ -29,7 +30,6 @@ void TestEditorParts::parseTypedDate_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("boxText");
     // clang-format off
-    QTest::newRow("normal form") << "2006/05/03" << "2006/05/03";
     QTest::newRow("no leading zeros") << "2006/5/3" << "2006/05/03";
     QTest::newRow("hyphens") << "2006-5-3" << "2006/05/03";
     QTest::newRow("eight digits") << "20060503" << "2006/05/03";
@@ -37,9 +37,7 @@ void TestEditorParts::parseTypedDate_data()
     QTest::newRow("full-width") << "２００６／０５／０３" << "2006/05/03";
     QTest::newRow("leap day") << "2008/2/29" << "2008/02/29";
     QTest::newRow("no leap day") << "2006/2/29" << "";
-    QTest::newRow("2/30") << "2/30" << "";
     QTest::newRow("month 13") << "2006/13/01" << "";
-    QTest::newRow("words") << "あした" << "";
     QTest::newRow("two-digit year") << "06/05/03" << "";
     QTest::newRow("trailing junk") << "2006/05/03x" << "";
     // clang-format on
@@ -57,7 +55,6 @@ void TestEditorParts::parseTypedTime_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("boxText");
     // clang-format off
-    QTest::newRow("normal form") << "09:30" << "09:30";
     QTest::newRow("9:5") << "9:5" << "09:05";
     QTest::newRow("midnight") << "0:0" << "00:00";
     QTest::newRow("seconds dropped") << "10:15:45" << "10:15";
@@ -65,7 +62,6 @@ void TestEditorParts::parseTypedTime_data()
     QTest::newRow("hour 24") << "24:00" << "";
     QTest::newRow("minute 60") << "10:60" << "";
     QTest::newRow("hour only") << "9" << "";
-    QTest::newRow("words") << "昼" << "";
     // clang-format on
 }
 
@@ -86,13 +82,10 @@ void TestEditorParts::ensureClassFromCombo_data()
 
     // The combo offers 仕事 (ID 3) and 私用 (ID 7); the table holds those two.
     // clang-format off
-    QTest::newRow("chosen item") << 1 << "" << qint64(7) << 2 << 2;
-    QTest::newRow("nothing") << -1 << "" << qint64(0) << 2 << 2;
     QTest::newRow("blanks only") << -1 << "   " << qint64(0) << 2 << 2;
     QTest::newRow("typed name of an item") << -1 << "仕事" << qint64(3) << 2 << 2;
     QTest::newRow("typed with blanks around") << -1 << " 私用 " << qint64(7) << 2 << 2;
     QTest::newRow("typed over a chosen item") << 0 << "私用" << qint64(7) << 2 << 2;
-    QTest::newRow("new name") << -1 << "出張" << qint64(8) << 3 << 3;
     QTest::newRow("new name over a chosen item") << 0 << "出張" << qint64(8) << 3 << 3;
     QTest::newRow("apostrophe kept") << -1 << "it's mine" << qint64(8) << 3 << 3;
     // clang-format on
@@ -112,7 +105,6 @@ void TestEditorParts::ensureClassFromCombo()
     QComboBox combo;
     combo.setEditable(true);
     FillClassCombo(env.db(), &combo, QStringLiteral("SELECT * FROM MSTCLASS ORDER BY SORTKEY"));
-    QCOMPARE(combo.currentIndex(), -1);
     combo.setCurrentIndex(selectIndex);
     if (selectIndex < 0 || !typed.isEmpty())
         combo.setEditText(typed);
@@ -120,18 +112,12 @@ void TestEditorParts::ensureClassFromCombo()
     QCOMPARE(EnsureClassFromCombo(env.db(), &combo), classId);
     QCOMPARE(env.count(QStringLiteral("MSTCLASS")), classRows);
     QCOMPARE(combo.count(), comboCount);
-    if (classId != 0) {
+    if (classId != 0)
         QCOMPARE(combo.currentData().toLongLong(), classId);
-        const QString name = env.db()
-                                 .ReadRows(QStringLiteral("SELECT CLASS FROM MSTCLASS WHERE ID = %1").arg(classId))
-                                 .front()
-                                 .text(QStringLiteral("CLASS"));
-        QCOMPARE(combo.currentText(), name);
-        if (classRows == 3) {
-            QCOMPARE(name, typed.trimmed());
-            QCOMPARE(env.scalar(QStringLiteral("SELECT SORTKEY AS V FROM MSTCLASS WHERE ID = 8")), qint64(0));
-        }
-    }
+    if (classRows == 3)
+        QCOMPARE(env.count(QStringLiteral("MSTCLASS"),
+                           QStringLiteral("ID = 8 AND SORTKEY = 0 AND CLASS = ") + QuoteText(typed.trimmed())),
+                 1);
 }
 
 void TestEditorParts::ensureClassOnEmptyTable()
@@ -181,15 +167,13 @@ void TestEditorParts::linkLabelHoverAndClick()
     QVERIFY(!second->font().underline());
 
     QTest::mouseClick(first, Qt::LeftButton);
-    QCOMPARE(firstClicks, 1);
     QTest::mouseClick(first, Qt::RightButton);
-    QCOMPARE(firstClicks, 1);
     first->setEnabled(false);
     // A link that cannot be used looks disabled, not like one at rest.
     QVERIFY(first->palette().color(QPalette::Disabled, QPalette::WindowText) != LinkLabelGroup::restColor());
     QTest::mouseClick(first, Qt::LeftButton);
-    QCOMPARE(firstClicks, 1);
     QTest::mouseClick(second, Qt::LeftButton); // a link without an action is harmless
+    QCOMPARE(firstClicks, 1);
 }
 
 VERDALY_TEST(TestEditorParts)

@@ -19,12 +19,10 @@ private slots:
     void saves();
     void failureKeepsWhatWasTyped_data();
     void failureKeepsWhatWasTyped();
-    void vanishedRowClosesSilently_data();
-    void vanishedRowClosesSilently();
+    void vanishedRowAndCancelWriteNothing_data();
+    void vanishedRowAndCancelWriteNothing();
     void rowChangedMeanwhileIsLeftAlone_data();
     void rowChangedMeanwhileIsLeftAlone();
-    void cancelWritesNothing_data();
-    void cancelWritesNothing();
     void stickyNoteHandOver_data();
     void stickyNoteHandOver();
     void focusNormalisation_data();
@@ -132,17 +130,13 @@ void TestEntryEditors::saves_data()
         << L{"TxtYouken=歯医者（再診）", "TxtStartDate=2006/05/04", "CmbStartTime=10:00", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0", "TxtSyousai=it's done"}
         << "" << L{"BUSINESS=歯医者（再診）", "STARTDT=20060504", "STARTTM=10:00", "ENDDT=", "ENDTM=", "CLASS=0", "ALARM=0", "FROMTOKBN=D3", "COMMENT=it's done", Now, "DATA=1", "ENDLESS=x", "PRIORITY=9", "COMPLETION=y", "COMPDT=z"};
     QTest::newRow("schedule whose class is gone") << "schedule" << 6 << L{"CmbBunrui=", "TxtEndDate=", "ChkAraamu=0"} << L{} << "" << L{"CLASS=0", "FROMTOKBN=D4"};
-    QTest::newRow("no subject") << "schedule" << 0 << L{} << L{"TxtYouken=", "TxtStartDate="} << NoSubject << L{};
     QTest::newRow("blank subject") << "schedule" << 0 << L{} << L{"TxtYouken=   "} << NoSubject << L{};
-    QTest::newRow("no start date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=", "CmbStartTime=10:00"} << NoStart << L{};
     QTest::newRow("start that is no date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=あした"} << NoStart << L{};
     QTest::newRow("end before start") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtEndDate=2006/04/30"} << BadDates << L{};
-    QTest::newRow("end that is no date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtEndDate=5月2日"} << BadDates << L{};
     QTest::newRow("same day written differently, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/5/1", "CmbEndTime=09:00"} << BadTimes << L{};
     QTest::newRow("no end date, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=11:00", "CmbEndTime=10:00"} << BadTimes << L{};
     QTest::newRow("equal times") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/05/01", "CmbEndTime=10:00"} << "" << L{"FROMTOKBN=A5"};
     QTest::newRow("over midnight") << "schedule" << 0 << L{} << L{"TxtYouken=夜勤", "CmbStartTime=23:00", "TxtEndDate=2006/05/02", "CmbEndTime=01:00"} << "" << L{"FROMTOKBN=B4"};
-    QTest::newRow("times backwards on other days") << "schedule" << 0 << L{} << L{"TxtYouken=研修", "CmbStartTime=18:00", "TxtEndDate=2006/05/03", "CmbEndTime=09:00"} << "" << L{"FROMTOKBN=C4"};
     QTest::newRow("typed forms are tidied") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=2006/5/1", "CmbStartTime=9:5", "CmbEndTime=10:0"} << "" << L{"STARTDT=20060501", "STARTTM=09:05", "ENDTM=10:00", "FROMTOKBN=D4"};
     QTest::newRow("task new") << "task" << 0
         << L{"TxtEndDate=2006/05/10", "CmbEndTime=", "ChkEndNon=0", "CmbYusen=中", "ChkEnd=0", "TxtEnd=2006/05/10"}
@@ -156,8 +150,6 @@ void TestEntryEditors::saves_data()
     QTest::newRow("task done, no date") << "task" << 10 << L{} << L{"ChkEnd=1", "TxtEnd=昨日"} << "" << L{"COMPLETION=1", "COMPDT="};
     QTest::newRow("task undone keeps the date") << "task" << 10 << L{"ChkEnd=1", "TxtEnd=2006/05/11"} << L{"ChkEnd=0"} << "" << L{"COMPLETION=0", "COMPDT=20060511"};
     QTest::newRow("task without deadline") << "task" << 0 << L{} << L{"TxtYouken=いつか読む本", "ChkEndNon=1"} << "" << L{"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"};
-    QTest::newRow("task time tidied") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=2006/5/10", "CmbEndTime=9:5"} << "" << L{"ENDDT=20060510", "ENDTM=09:05", "FROMTOKBN=T2"};
-    QTest::newRow("task no name") << "task" << 0 << L{} << L{"TxtYouken=", "TxtEndDate="} << NoName << L{};
     QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << NoName << L{};
     QTest::newRow("task no deadline") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate="} << NoDeadline << L{};
     QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << NoDeadline << L{};
@@ -208,8 +200,6 @@ void TestEntryEditors::failureKeepsWhatWasTyped_data()
         "CREATE TRIGGER refuse BEFORE INSERT ON TRNSCHTSK BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
     const QString drop = QStringLiteral("DROP TABLE TRNSCHTSK");
     QTest::newRow("schedule refused") << "schedule" << refuse << "disk is full" << 2;
-    QTest::newRow("task refused") << "task" << refuse << "disk is full" << 3;
-    QTest::newRow("schedule, no table") << "schedule" << drop << "no such table" << 2;
     QTest::newRow("task, no table") << "task" << drop << "no such table" << 3;
 }
 
@@ -246,22 +236,28 @@ void TestEntryEditors::failureKeepsWhatWasTyped()
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = 8 AND CLASS = '出張'")), 1);
 }
 
-void TestEntryEditors::vanishedRowClosesSilently_data()
+void TestEntryEditors::vanishedRowAndCancelWriteNothing_data()
 {
     QTest::addColumn<QString>("editor");
     QTest::newRow("schedule") << "schedule";
     QTest::newRow("task") << "task";
 }
 
-void TestEntryEditors::vanishedRowClosesSilently()
+void TestEntryEditors::vanishedRowAndCancelWriteNothing()
 {
     QFETCH(QString, editor);
     TestEnvironment env;
-    Editor e(env, editor, 42);
-    QVERIFY(e.dialog->closedOnLoad());
-    QCOMPARE(e.dialog->exec(), int(QDialog::Rejected));
+    Editor gone(env, editor, 42); // a row deleted meanwhile closes the editor without a word
+    QVERIFY(gone.dialog->closedOnLoad());
+    QCOMPARE(gone.dialog->exec(), int(QDialog::Rejected));
+    Editor e(env, editor);
+    e.dialog->show();
+    TypeAll(e.w(), {"TxtYouken=会議", "CmbBunrui=新分類"});
+    Click(e.w(), "ComCancel");
+    QVERIFY(!e.dialog->isVisible());
+    QVERIFY(!gone.saved() && !e.saved());
     QVERIFY(env.prompter.shown.isEmpty());
-    QVERIFY(!e.saved());
+    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")) + env.count(QStringLiteral("MSTCLASS")), 0);
 }
 
 void TestEntryEditors::rowChangedMeanwhileIsLeftAlone_data()
@@ -288,25 +284,6 @@ void TestEntryEditors::rowChangedMeanwhileIsLeftAlone()
     QVERIFY(env.prompter.shown.isEmpty());
     QVERIFY(e.saved());
     QCOMPARE(Column(env.db(), id, "BUSINESS"), QStringLiteral("other"));
-}
-
-void TestEntryEditors::cancelWritesNothing_data()
-{
-    vanishedRowClosesSilently_data();
-}
-
-void TestEntryEditors::cancelWritesNothing()
-{
-    QFETCH(QString, editor);
-    TestEnvironment env;
-    Editor e(env, editor);
-    e.dialog->show();
-    TypeAll(e.w(), {"TxtYouken=会議", "CmbBunrui=新分類"});
-    Click(e.w(), "ComCancel");
-    QVERIFY(!e.dialog->isVisible());
-    QVERIFY(!e.saved());
-    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS")), 0);
 }
 
 void TestEntryEditors::stickyNoteHandOver_data()
@@ -358,19 +335,14 @@ void TestEntryEditors::focusNormalisation_data()
     QTest::addColumn<QString>("shown");
     // clang-format off
     QTest::newRow("9:5") << "schedule" << "CmbStartTime" << false << "9:5" << "09:05";
-    QTest::newRow("full-width time") << "schedule" << "CmbEndTime" << false << "１８：００" << "18:00";
     QTest::newRow("no time") << "schedule" << "CmbStartTime" << false << "朝" << "";
-    QTest::newRow("25:00") << "schedule" << "CmbEndTime" << false << "25:00" << "";
-    QTest::newRow("short date") << "schedule" << "TxtStartDate" << false << "2006/5/3" << "2006/05/03";
     QTest::newRow("month and day, this year") << "schedule" << "TxtStartDate" << false << "5/3" << "2026/05/03";
     QTest::newRow("no date") << "schedule" << "TxtStartDate" << false << "2006/02/30" << "";
     QTest::newRow("end date is left as typed") << "schedule" << "TxtEndDate" << false << "2006/5/3" << "2006/5/3";
     QTest::newRow("empty end offers the start") << "schedule" << "TxtEndDate" << true << "" << "2006/05/01";
     QTest::newRow("end already given stays") << "schedule" << "TxtEndDate" << true << "2006/05/09" << "2006/05/09";
     QTest::newRow("task deadline") << "task" << "TxtEndDate" << false << "2006/6/1" << "2006/06/01";
-    QTest::newRow("task deadline no date") << "task" << "TxtEndDate" << false << "6月1日" << "";
     QTest::newRow("task time") << "task" << "CmbEndTime" << false << "9:5" << "09:05";
-    QTest::newRow("task no time") << "task" << "CmbEndTime" << false << "夕方" << "";
     // clang-format on
 }
 

@@ -31,11 +31,6 @@ private slots:
 
 namespace {
 
-QDate D(const char* stored)
-{
-    return QDate::fromString(QLatin1String(stored), QStringLiteral("yyyyMMdd"));
-}
-
 void InsertEntry(DatabaseConnection& db, int id, const char* kind, const char* start, const char* startTime,
                  const char* end, const char* endTime, int priority = 0, const char* completion = "")
 {
@@ -75,15 +70,9 @@ void TestEntryKinds::kindCode_data()
     QTest::newRow("T2") << "" << "" << "20060501" << "17:00" << "T2";
     QTest::newRow("T ignores a start time") << "" << "09:00" << "20060501" << "" << "T1";
     QTest::newRow("D1") << "20060501" << "" << "" << "" << "D1";
-    QTest::newRow("D2") << "20060501" << "" << "" << "17:00" << "D2";
-    QTest::newRow("D3") << "20060501" << "09:00" << "" << "" << "D3";
     QTest::newRow("D4") << "20060501" << "10:00" << "" << "11:00" << "D4";
-    QTest::newRow("B1") << "20060501" << "" << "20060502" << "" << "B1";
     QTest::newRow("B4") << "20060501" << "23:00" << "20060502" << "01:00" << "B4";
-    QTest::newRow("B4 equal times") << "20060501" << "10:00" << "20060502" << "10:00" << "B4";
-    QTest::newRow("B over a month end") << "20060531" << "" << "20060601" << "" << "B1";
     QTest::newRow("B over a year end") << "20061231" << "" << "20070101" << "" << "B1";
-    QTest::newRow("B to a leap day") << "20080228" << "" << "20080229" << "" << "B1";
     QTest::newRow("C over a leap day") << "20080228" << "" << "20080301" << "" << "C1";
     QTest::newRow("C1") << "20060501" << "" << "20060503" << "" << "C1";
     QTest::newRow("C4") << "20060501" << "09:30" << "20060503" << "17:00" << "C4";
@@ -110,12 +99,10 @@ void TestEntryKinds::storedDateToDate_data()
     // clang-format off
     QTest::newRow("empty is the no-date value") << "" << QDate(100, 1, 1);
     QTest::newRow("plain") << "20060501" << QDate(2006, 5, 1);
-    QTest::newRow("leap day") << "20080229" << QDate(2008, 2, 29);
     QTest::newRow("no leap day") << "20060229" << QDate();
     QTest::newRow("year 0") << "00000101" << QDate();
     QTest::newRow("slashes") << "2006/05/01" << QDate();
     QTest::newRow("seven digits") << "2006050" << QDate();
-    QTest::newRow("letter") << "2006050a" << QDate();
     QTest::newRow("full-width digits") << "２００６０５０１" << QDate();
     // clang-format on
 }
@@ -144,59 +131,40 @@ void TestEntryKinds::entryLineText_data()
     const QDate may1(2006, 5, 1);
     const QDate may2(2006, 5, 2);
     const QDate may3(2006, 5, 3);
-    // One-day and open-ended entries, on their day.
     // clang-format off
+    // One-day and open-ended entries on their day and on others; spans on their start, middle
+    // and end day; tasks on their deadline, done or not.
     QTest::newRow("A1") << may1 << "20060501" << "" << "20060501" << "" << "A1" << "" << "";
     QTest::newRow("A2") << may1 << "20060501" << "" << "20060501" << "17:00" << "A2" << "" << "      - 17:00";
     QTest::newRow("A3") << may1 << "20060501" << "09:30" << "20060501" << "" << "A3" << "" << " 9:30";
     QTest::newRow("A4") << may1 << "20060501" << "09:00" << "20060501" << "10:30" << "A4" << "" << " 9:00 - 10:30";
     QTest::newRow("A5") << may1 << "20060501" << "10:00" << "20060501" << "10:00" << "A5" << "" << "10:00";
     QTest::newRow("A4 midnight") << may1 << "20060501" << "00:00" << "20060501" << "00:30" << "A4" << "" << " 0:00 -  0:30";
-    QTest::newRow("D2") << may1 << "20060501" << "" << "" << "08:15" << "D2" << "" << "      -  8:15";
-    QTest::newRow("D3") << may1 << "20060501" << "21:00" << "" << "" << "D3" << "" << "21:00";
     QTest::newRow("D4") << may1 << "20060501" << "10:00" << "" << "11:00" << "D4" << "" << "10:00 - 11:00";
-    // clang-format on
-    // ... and on any other day.
-    // clang-format off
     QTest::newRow("A4 next day") << may2 << "20060501" << "09:00" << "20060501" << "10:30" << "A4" << "" << "";
     QTest::newRow("D3 day before") << QDate(2006, 4, 30) << "20060501" << "21:00" << "" << "" << "D3" << "" << "";
-    // clang-format on
 
-    // To the next day: start day, then end day.
-    // clang-format off
     QTest::newRow("B1 start") << may1 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -  5/ 2";
     QTest::newRow("B1 end") << may2 << "20060501" << "" << "20060502" << "" << "B1" << "" << " 5/ 1 -> 5/ 2";
     QTest::newRow("B2 end") << may2 << "20060501" << "" << "20060502" << "17:00" << "B2" << "" << " 5/ 1 ->17:00";
     QTest::newRow("B3 start") << may1 << "20060501" << "23:00" << "20060502" << "" << "B3" << "" << "23:00 -  5/ 2";
-    QTest::newRow("B4 start") << may1 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "23:00 -  5/ 2";
     QTest::newRow("B4 end") << may2 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << " 5/ 1 -> 1:00";
     QTest::newRow("B4 day after") << may3 << "20060501" << "23:00" << "20060502" << "01:00" << "B4" << "" << "";
-    // clang-format on
 
-    // Longer spans: start, middle, end, outside.
-    // clang-format off
     QTest::newRow("C3 start") << may1 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 9:30 -  5/ 3";
     QTest::newRow("C3 middle") << may2 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C3 end") << may3 << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << " 5/ 1 -> 5/ 3";
-    QTest::newRow("C3 after") << QDate(2006, 5, 4) << "20060501" << "09:30" << "20060503" << "" << "C3" << "" << "";
-    QTest::newRow("C2 end") << may3 << "20060501" << "" << "20060503" << "18:00" << "C2" << "" << " 5/ 1 ->18:00";
     QTest::newRow("C4 end") << may3 << "20060501" << "09:30" << "20060503" << "08:00" << "C4" << "" << " 5/ 1 -> 8:00";
     QTest::newRow("C1 entering from the previous month") << may1 << "20060420" << "" << "20060505" << "" << "C1" << "" << " 4/20 -> 5/ 5";
     QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << "20061228" << "" << "20070103" << "" << "C1" << "" << "12/28 -> 1/ 3";
     QTest::newRow("no blanking in October") << QDate(2006, 10, 10) << "20061010" << "" << "20061031" << "" << "C1" << "" << "10/10 - 10/31";
     QTest::newRow("backwards span, start day") << may1 << "20060501" << "" << "20060430" << "" << "C1" << "" << " 5/ 1 -  4/30";
     QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << "20060501" << "" << "20060430" << "" << "C1" << "" << "";
-    // clang-format on
 
-    // Tasks on their deadline day, done or not, and elsewhere.
-    // clang-format off
     QTest::newRow("T1") << QDate(2006, 5, 10) << "" << "" << "20060510" << "" << "T1" << "0" << "      -> 5/10";
     QTest::newRow("T2") << may1 << "" << "" << "20060501" << "17:00" << "T2" << "0" << "      ->17:00";
     QTest::newRow("T2 done") << may1 << "" << "" << "20060501" << "09:00" << "T2" << "1" << "      -> 9:00";
     QTest::newRow("T1 other day") << may2 << "" << "" << "20060501" << "" << "T1" << "0" << "";
-    // clang-format on
 
-    // clang-format off
     QTest::newRow("unknown kind") << may1 << "20060501" << "09:00" << "20060501" << "" << "Z3" << "" << "";
     QTest::newRow("invalid day") << QDate() << "20060501" << "09:00" << "20060501" << "" << "A3" << "" << "";
     // clang-format on
@@ -226,7 +194,6 @@ void TestEntryKinds::markDates_data()
     // clang-format off
     QTest::newRow("A on its start") << "A3" << "20060515" << "20060515" << QStringList{"20060515"};
     QTest::newRow("A outside") << "A3" << "20060615" << "20060615" << QStringList{};
-    QTest::newRow("D on its start") << "D4" << "20060430" << "" << QStringList{"20060430"};
     QTest::newRow("T on its deadline") << "T1" << "" << "20060608" << QStringList{"20060608"};
     QTest::newRow("T after the grid") << "T2" << "" << "20060611" << QStringList{};
     QTest::newRow("B inside") << "B1" << "20060509" << "20060510" << QStringList{"20060509", "20060510"};
@@ -273,9 +240,7 @@ void TestEntryKinds::dayOffDate_data()
     QTest::newRow("2/29 in a leap year") << 2008 << qint64(2) << qint64(29) << QDate(2008, 2, 29);
     QTest::newRow("2/29 in a plain year") << 2006 << qint64(2) << qint64(29) << QDate();
     QTest::newRow("2/29 in 1900") << 1900 << qint64(2) << qint64(29) << QDate();
-    QTest::newRow("2/30 never") << 2008 << qint64(2) << qint64(30) << QDate();
     QTest::newRow("4/31") << 2006 << qint64(4) << qint64(31) << QDate();
-    QTest::newRow("12/31") << 2006 << qint64(12) << qint64(31) << QDate(2006, 12, 31);
     QTest::newRow("huge month") << 2006 << qint64(4294967297LL) << qint64(1) << QDate();
     QTest::newRow("negative day") << 2006 << qint64(5) << qint64(-3) << QDate();
     // clang-format on
@@ -310,22 +275,8 @@ void TestEntryKinds::monthQueryFindsRows()
     InsertEntry(db, 11, "D1", "20060611", "", "", "");                   // the day after the grid
     InsertEntry(db, 12, "T2", "", "", "20060601", "17:00");              // a task with a time
 
-    const QDate first(2006, 4, 30);
-    const QDate last(2006, 6, 10);
-    const Rows rows = db.ReadRows(MonthQuerySql(first, last));
+    const Rows rows = db.ReadRows(MonthQuerySql(QDate(2006, 4, 30), QDate(2006, 6, 10)));
     QCOMPARE(Ids(rows), (std::set<qint64>{1, 2, 4, 6, 8, 9, 10, 12}));
-
-    // Without the all-covering entry, exactly the days the other rows show on.
-    std::set<QDate> without10;
-    for (const Row& row : rows) {
-        if (row.number(QStringLiteral("ID")) == 10)
-            continue;
-        for (const QDate& d : EntryMarkDates(row, first, last))
-            without10.insert(d);
-    }
-    const std::set<QDate> expected{D("20060430"), D("20060501"), D("20060502"), D("20060503"),
-                                   D("20060515"), D("20060601"), D("20060608"), D("20060610")};
-    QCOMPARE(without10, expected);
 }
 
 void TestEntryKinds::dayQueryOrdersTasksFirst()

@@ -1,7 +1,5 @@
 #include "calendarcontrol/HalvernCalendar.h"
-#include "common/DatePicker.h"
 #include "support/TestKit.h"
-#include "views/FrmDate.h"
 
 #include <QtTest>
 
@@ -13,7 +11,6 @@ class TestEraTitle final : public QObject
 private slots:
     void title_data();
     void title();
-    void pickerShowsTheEraTitle();
 };
 
 void TestEraTitle::title_data()
@@ -24,7 +21,6 @@ void TestEraTitle::title_data()
         QTest::newRow(what) << QDate::fromString(QLatin1String(iso), Qt::ISODate) << QString::fromUtf8(title);
     };
     // clang-format off
-    row("Reiwa 8", "2026-11-22", "令和8年11月");
     row("last day of Heisei", "2019-04-30", "平成31年4月");
     row("first day of Reiwa", "2019-05-01", "令和元年5月");
     row("last day of Showa", "1989-01-07", "昭和64年1月");
@@ -47,17 +43,6 @@ void TestEraTitle::title()
     calendar.setTitleFormat(QStringLiteral("gge年m月"));
     calendar.setCurrentDate(day);
     QCOMPARE(calendar.titleText(), title);
-}
-
-void TestEraTitle::pickerShowsTheEraTitle()
-{
-    TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80607 WHERE CODE = 301"));
-    DatePickHandOver handOver;
-    handOver.PickedDate = QDate(2019, 5, 1);
-    FrmDate picker(env.services, handOver);
-    QCOMPARE(picker.calendar()->titleText(), QStringLiteral("令和元年5月"));
-    QCOMPARE(picker.calendar()->holidayName(QDate(2019, 5, 1)), QStringLiteral("天皇の即位の日"));
 }
 
 VERDALY_TEST(TestEraTitle)

@@ -32,7 +32,7 @@ void TestHolidayCommand::output_data()
     QTest::newRow("no years") << QStringList{} << 2 << 0 << "" << "";
     QTest::newRow("three years") << QStringList{"2020", "2021", "2022"} << 2 << 0 << "" << "";
     QTest::newRow("not a number") << QStringList{"twenty"} << 2 << 0 << "" << "";
-    QTest::newRow("negative") << QStringList{"-2020"} << 2 << 0 << "" << "";
+    QTest::newRow("not digits") << QStringList{"20x6"} << 2 << 0 << "" << "";
     QTest::newRow("before the law") << QStringList{"1947", "1950"} << 2 << 0 << "" << "";
     QTest::newRow("past the last year") << QStringList{"2026", "2200"} << 2 << 0 << "" << "";
     QTest::newRow("backwards") << QStringList{"2030", "2020"} << 2 << 0 << "" << "";

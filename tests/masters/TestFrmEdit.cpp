@@ -1,7 +1,6 @@
 #include "masters/FrmEdit.h"
 #include "support/TestKit.h"
 
-#include <QLineEdit>
 #include <QtTest>
 
 class TestFrmEdit final : public QObject
@@ -13,7 +12,6 @@ private slots:
     void handsBack();
     void refusesEmptyText_data();
     void refusesEmptyText();
-    void focusSelectsWholeText();
     void runEditDialogClearsStaleOk();
 };
 
@@ -103,20 +101,6 @@ void TestFrmEdit::refusesEmptyText()
     Click(&dialog, "ComOK");
     QVERIFY(handOver.EditOK);
     QCOMPARE(handOver.EditText, QStringLiteral("新名"));
-}
-
-void TestFrmEdit::focusSelectsWholeText()
-{
-    TestEnvironment env;
-    EditHandOver handOver{QStringLiteral("Class"), QStringLiteral("分類 - 編集"), QStringLiteral("仕事関係"), false,
-                          false};
-    FrmEdit dialog(env.services, handOver);
-    dialog.show();
-    auto* text = Control<QLineEdit>(&dialog, "TxtEdit");
-    text->deselect();
-    text->setCursorPosition(2);
-    FocusIn(text);
-    QCOMPARE(text->selectedText(), QStringLiteral("仕事関係"));
 }
 
 void TestFrmEdit::runEditDialogClearsStaleOk()

@@ -152,14 +152,10 @@ void TestMasterTransactions::failureKeepsDialogOpen_data()
     QTest::addColumn<QString>("error");
     // The class dialog's in-use check for a delete finds no entries table; the priority
     // dialog's OK finds no table to write to.
-    QTest::newRow("class delete") << "class"
-                                  << "DROP TABLE TRNSCHTSK"
-                                  << "ComDelete"
-                                  << "TRNSCHTSK";
-    QTest::newRow("priority ok") << "priority"
-                                 << "ALTER TABLE TRNGENERAL RENAME TO GONE"
-                                 << "ComOK"
-                                 << "TRNGENERAL";
+    // clang-format off
+    QTest::newRow("class delete") << "class" << "DROP TABLE TRNSCHTSK" << "ComDelete" << "TRNSCHTSK";
+    QTest::newRow("priority ok") << "priority" << "ALTER TABLE TRNGENERAL RENAME TO GONE" << "ComOK" << "TRNGENERAL";
+    // clang-format on
 }
 
 void TestMasterTransactions::failureKeepsDialogOpen()

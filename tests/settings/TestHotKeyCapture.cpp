@@ -22,39 +22,24 @@ void TestHotKeyCapture::pressedCombinationIsShownAndSaved_data()
     QTest::addColumn<QString>("shown");  // "-": unchanged from the stored Shift+Ctrl+K
     QTest::addColumn<QString>("stored"); // DATAN1|DATAN2 after OK
     const int ctrl = Qt::ControlModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier, pad = Qt::KeypadModifier;
-    QTest::newRow("ctrl+alt+K") << int(Qt::Key_K) << (ctrl | alt) << "[Ctrl] + [Alt] + K"
-                                << "75|6";
-    QTest::newRow("ctrl+K gains alt") << int(Qt::Key_K) << ctrl << "[Ctrl] + [Alt] + K"
-                                      << "75|6";
-    QTest::newRow("shift+K loses shift") << int(Qt::Key_K) << shift << "[Ctrl] + [Alt] + K"
-                                         << "75|6";
-    QTest::newRow("K alone") << int(Qt::Key_K) << 0 << "[Ctrl] + [Alt] + K"
-                             << "75|6";
-    QTest::newRow("shift+ctrl+K kept") << int(Qt::Key_K) << (shift | ctrl) << "[Shift] + [Ctrl] + K"
-                                       << "75|3";
-    QTest::newRow("all three+Del") << int(Qt::Key_Delete) << (shift | ctrl | alt) << "[Shift] + [Ctrl] + [Alt] + Del"
-                                   << "46|7";
-    QTest::newRow("shift+Del is a key") << int(Qt::Key_Delete) << shift << "[Ctrl] + [Alt] + Del"
-                                        << "46|6";
-    QTest::newRow("keypad 0") << int(Qt::Key_0) << (ctrl | alt | pad) << "[Ctrl] + [Alt] + Num0"
-                              << "96|6";
-    QTest::newRow("F16") << int(Qt::Key_F16) << (ctrl | alt) << "[Ctrl] + [Alt] + F16"
-                         << "127|6";
-    QTest::newRow("F17 has no name") << int(Qt::Key_F17) << (ctrl | alt) << "[Ctrl] + [Alt] + "
-                                     << "128|6";
-    QTest::newRow("arrow") << int(Qt::Key_Left) << (ctrl | alt) << "[Ctrl] + [Alt] + ←"
-                           << "37|6";
+    // clang-format off
+    QTest::newRow("ctrl+alt+K") << int(Qt::Key_K) << (ctrl | alt) << "[Ctrl] + [Alt] + K" << "75|6";
+    QTest::newRow("ctrl+K gains alt") << int(Qt::Key_K) << ctrl << "[Ctrl] + [Alt] + K" << "75|6";
+    QTest::newRow("shift+K loses shift") << int(Qt::Key_K) << shift << "[Ctrl] + [Alt] + K" << "75|6";
+    QTest::newRow("shift+ctrl+K kept") << int(Qt::Key_K) << (shift | ctrl) << "[Shift] + [Ctrl] + K" << "75|3";
+    QTest::newRow("all three+Del") << int(Qt::Key_Delete) << (shift | ctrl | alt) << "[Shift] + [Ctrl] + [Alt] + Del" << "46|7";
+    QTest::newRow("shift+Del is a key") << int(Qt::Key_Delete) << shift << "[Ctrl] + [Alt] + Del" << "46|6";
+    QTest::newRow("keypad 0") << int(Qt::Key_0) << (ctrl | alt | pad) << "[Ctrl] + [Alt] + Num0" << "96|6";
+    QTest::newRow("F16") << int(Qt::Key_F16) << (ctrl | alt) << "[Ctrl] + [Alt] + F16" << "127|6";
+    QTest::newRow("F17 has no name") << int(Qt::Key_F17) << (ctrl | alt) << "[Ctrl] + [Alt] + " << "128|6";
+    QTest::newRow("arrow") << int(Qt::Key_Left) << (ctrl | alt) << "[Ctrl] + [Alt] + ←" << "37|6";
     // Keys the dialog would otherwise act on belong to the field while it has the focus.
-    QTest::newRow("Esc does not cancel") << int(Qt::Key_Escape) << 0 << "[Ctrl] + [Alt] + Esc"
-                                         << "27|6";
-    QTest::newRow("Return does not press OK") << int(Qt::Key_Return) << 0 << "[Ctrl] + [Alt] + Enter"
-                                              << "13|6";
-    QTest::newRow("ctrl alone") << int(Qt::Key_Control) << ctrl << "-"
-                                << "75|3";
-    QTest::newRow("Delete clears") << int(Qt::Key_Delete) << 0 << ""
-                                   << "0|0";
-    QTest::newRow("Backspace clears") << int(Qt::Key_Backspace) << 0 << ""
-                                      << "0|0";
+    QTest::newRow("Esc does not cancel") << int(Qt::Key_Escape) << 0 << "[Ctrl] + [Alt] + Esc" << "27|6";
+    QTest::newRow("Return does not press OK") << int(Qt::Key_Return) << 0 << "[Ctrl] + [Alt] + Enter" << "13|6";
+    QTest::newRow("ctrl alone") << int(Qt::Key_Control) << ctrl << "-" << "75|3";
+    QTest::newRow("Delete clears") << int(Qt::Key_Delete) << 0 << "" << "0|0";
+    QTest::newRow("Backspace clears") << int(Qt::Key_Backspace) << 0 << "" << "0|0";
+    // clang-format on
 }
 
 void TestHotKeyCapture::pressedCombinationIsShownAndSaved()

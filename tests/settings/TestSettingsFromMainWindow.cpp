@@ -57,18 +57,13 @@ void TestSettingsFromMainWindow::choicesShowInCalendar_data()
     QTest::addColumn<bool>("ok");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("firstHeader");
-    QTest::newRow("year, two-digit month") << "CmbTitle" << 80602 << true << "2027年03月"
-                                           << "日";
-    QTest::newRow("month, year") << "CmbTitle" << 80605 << true << "3月 2027"
-                                 << "日";
-    QTest::newRow("mm/year") << "CmbTitle" << 80606 << true << "03/2027"
-                             << "日";
-    QTest::newRow("cancelled") << "CmbTitle" << 80606 << false << "2027年3月"
-                               << "日";
-    QTest::newRow("weekday in English") << "CmbWeekFormat" << 80805 << true << "2027年3月"
-                                        << "Sun";
-    QTest::newRow("week from Saturday") << "CmbFirstWeek" << 7 << true << "2027年3月"
-                                        << "土";
+    // clang-format off
+    QTest::newRow("year, two-digit month") << "CmbTitle" << 80602 << true << "2027年03月" << "日";
+    QTest::newRow("month, year") << "CmbTitle" << 80605 << true << "3月 2027" << "日";
+    QTest::newRow("cancelled") << "CmbTitle" << 80606 << false << "2027年3月" << "日";
+    QTest::newRow("weekday in English") << "CmbWeekFormat" << 80805 << true << "2027年3月" << "Sun";
+    QTest::newRow("week from Saturday") << "CmbFirstWeek" << 7 << true << "2027年3月" << "土";
+    // clang-format on
 }
 
 void TestSettingsFromMainWindow::choicesShowInCalendar()
@@ -102,10 +97,10 @@ void TestSettingsFromMainWindow::hotKeyOpensTodaysEditor_data()
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("dateField");
-    QTest::newRow("schedule") << 82020 << "スケジュール"
-                              << "TxtStartDate";
-    QTest::newRow("task") << 82030 << "タスク"
-                          << "TxtEndDate";
+    // clang-format off
+    QTest::newRow("schedule") << 82020 << "スケジュール" << "TxtStartDate";
+    QTest::newRow("task") << 82030 << "タスク" << "TxtEndDate";
+    // clang-format on
 }
 
 void TestSettingsFromMainWindow::hotKeyOpensTodaysEditor()

@@ -150,6 +150,7 @@ void TestStartupFailures::commandLine_data()
     QTest::newRow("no arguments") << QStringList{} << true;
     QTest::newRow("folder after the option") << QStringList{"--data-dir", "DIR"} << true;
     QTest::newRow("folder joined with =") << QStringList{"--data-dir=DIR"} << true;
+    QTest::newRow("started at login") << QStringList{"--autostart", "--data-dir", "DIR"} << true;
     QTest::newRow("option without a folder") << QStringList{"--data-dir"} << false;
     QTest::newRow("empty folder after =") << QStringList{"--data-dir="} << false;
     QTest::newRow("option where the folder should be") << QStringList{"--data-dir", "--other"} << false;

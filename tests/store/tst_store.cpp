@@ -51,7 +51,6 @@ void TestStore::quotedTextIsStoredIntact_data()
     QTest::newRow("apostrophe") << "it's";
     QTest::newRow("injection attempt") << "x'); DELETE FROM MSTCLASS; --";
     QTest::newRow("hash date inside text") << "#2006/05/01 09:05:03#";
-    QTest::newRow("delete star inside text") << "DELETE * FROM TRNSCHTSK";
     QTest::newRow("multi-line japanese") << "一行目\n二行目 'です'";
     // clang-format on
 }
@@ -416,18 +415,14 @@ void TestStore::copyFileOverwrite()
     QTemporaryDir dir;
     const QString source = dir.filePath(QStringLiteral("a.mdb"));
     const QString target = dir.filePath(QStringLiteral("b.bdc"));
-    QFile s(source);
-    QVERIFY(s.open(QIODevice::WriteOnly));
     QByteArray bytes(3 * 1024 * 1024 + 17, '\0');
     for (int i = 0; i < bytes.size(); ++i)
         bytes[i] = static_cast<char>(i * 31);
-    s.write(bytes);
+    QFile s(source), t(target);
+    QVERIFY(s.open(QIODevice::WriteOnly) && s.write(bytes) == bytes.size());
     s.close();
-    QFile t(target);
-    QVERIFY(t.open(QIODevice::WriteOnly));
-    t.write("old and longer content that must disappear entirely");
+    QVERIFY(t.open(QIODevice::WriteOnly) && t.write("old and longer content that must disappear entirely") > 0);
     t.close();
-
     QVERIFY(CopyFileOverwrite(source, target));
     QVERIFY(t.open(QIODevice::ReadOnly));
     QCOMPARE(t.readAll(), bytes);

@@ -12,6 +12,7 @@ TestEnvironment::TestEnvironment(bool withDatabase)
     services.prompter = &prompter;
     services.random = &random;
     services.datePicker = &datePicker;
+    services.urlOpener = &urlOpener;
     services.launcher = &launcher;
     services.colorPicker = &colorPicker;
     services.fontPicker = &fontPicker;

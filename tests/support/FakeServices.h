@@ -5,6 +5,7 @@
 #include "common/DatePicker.h"
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
+#include "common/UrlOpener.h"
 #include "support/FakeLauncher.h"
 #include "support/FakePickers.h"
 
@@ -89,6 +90,19 @@ public:
     }
 };
 
+// Records every address it is asked to open; answers `opens` (true: a browser took it).
+class FakeUrlOpener final : public UrlOpener
+{
+public:
+    QList<QUrl> opened;
+    bool opens = true;
+    bool openUrl(const QUrl& url) override
+    {
+        opened.append(url);
+        return opens;
+    }
+};
+
 // A fresh data folder with a starting database, and services wired to fakes.
 class TestEnvironment
 {
@@ -101,6 +115,7 @@ public:
     FakePrompter prompter;
     FakeRandom random;
     FakeDatePicker datePicker;
+    FakeUrlOpener urlOpener;
     FakeLauncher launcher;
     FakeColorPicker colorPicker;
     FakeFontPicker fontPicker;

@@ -12,6 +12,7 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTimer>
 
@@ -226,7 +227,8 @@ ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action) : m_state(std::ma
     timer->setInterval(5);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, action, state = m_state] {
         QPointer<QWidget> modal = QApplication::activeModalWidget();
-        if (!modal)
+        // A pop-up date picker is answered like a dialog; a pop-up menu is MenuAnswer's.
+        if (!modal && !qobject_cast<QMenu*>(QApplication::activePopupWidget()))
             modal = QApplication::activePopupWidget();
         if (!modal)
             return;

@@ -117,22 +117,16 @@ void TestFrmList::listsWhatTheChoiceAndRangeTake_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("to");
     QTest::addColumn<QList<qint64>>("ids");
-    QTest::newRow("both kinds in May") << 0 << "2006/05/01"
-                                       << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4};
-    QTest::newRow("schedules in May") << 1 << "2006/05/01"
-                                      << "2006/05/31" << QList<qint64>{6, 5, 1, 4};
-    QTest::newRow("open tasks in May") << 2 << "2006/05/01"
-                                       << "2006/05/31" << QList<qint64>{8};
-    QTest::newRow("done tasks ignore the range") << 3 << "2006/05/01"
-                                                 << "2006/05/31" << QList<qint64>{9, 10};
-    QTest::newRow("from May on") << 0 << "2006/05/01"
-                                 << "" << QList<qint64>{8, 11, 6, 5, 1, 4, 2};
-    QTest::newRow("up to 30 April") << 1 << ""
-                                    << "2006/04/30" << QList<qint64>{7, 6, 3, 5};
-    QTest::newRow("both boxes empty") << 0 << ""
-                                      << "" << QList<qint64>{8, 11, 7, 6, 3, 5, 1, 4, 2};
-    QTest::newRow("a range that is backwards") << 0 << "2006/05/31"
-                                               << "2006/05/01" << QList<qint64>{};
+    // clang-format off
+    QTest::newRow("both kinds in May") << 0 << "2006/05/01" << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4};
+    QTest::newRow("schedules in May") << 1 << "2006/05/01" << "2006/05/31" << QList<qint64>{6, 5, 1, 4};
+    QTest::newRow("open tasks in May") << 2 << "2006/05/01" << "2006/05/31" << QList<qint64>{8};
+    QTest::newRow("done tasks ignore the range") << 3 << "2006/05/01" << "2006/05/31" << QList<qint64>{9, 10};
+    QTest::newRow("from May on") << 0 << "2006/05/01" << "" << QList<qint64>{8, 11, 6, 5, 1, 4, 2};
+    QTest::newRow("up to 30 April") << 1 << "" << "2006/04/30" << QList<qint64>{7, 6, 3, 5};
+    QTest::newRow("both boxes empty") << 0 << "" << "" << QList<qint64>{8, 11, 7, 6, 3, 5, 1, 4, 2};
+    QTest::newRow("a range that is backwards") << 0 << "2006/05/31" << "2006/05/01" << QList<qint64>{};
+    // clang-format on
 }
 
 void TestFrmList::listsWhatTheChoiceAndRangeTake()
@@ -177,16 +171,12 @@ void TestFrmList::rangeBoxes_data()
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QStringList>("messages");
     QTest::addColumn<int>("rows");
-    QTest::newRow("short form") << "2006/5/10"
-                                << "2006/05/10" << QStringList() << 2;
-    QTest::newRow("eight digits") << "20060510"
-                                  << "2006/05/10" << QStringList() << 2;
-    QTest::newRow("emptied") << ""
-                             << "" << QStringList() << 7;
-    QTest::newRow("no such day keeps the grid") << "2006/02/30"
-                                                << "2006/02/30" << QStringList{"日付を正しく入力してください"} << 5;
-    QTest::newRow("words keep the grid") << "来週"
-                                         << "来週" << QStringList{"日付を正しく入力してください"} << 5;
+    // clang-format off
+    QTest::newRow("short form") << "2006/5/10" << "2006/05/10" << QStringList() << 2;
+    QTest::newRow("emptied") << "" << "" << QStringList() << 7;
+    QTest::newRow("no such day keeps the grid") << "2006/02/30" << "2006/02/30" << QStringList{"日付を正しく入力してください"} << 5;
+    QTest::newRow("words keep the grid") << "来週" << "来週" << QStringList{"日付を正しく入力してください"} << 5;
+    // clang-format on
 }
 
 void TestFrmList::rangeBoxes()
@@ -226,11 +216,11 @@ void TestFrmList::deleteKeyAsksFirst_data()
     QTest::addColumn<bool>("confirm");
     QTest::addColumn<QString>("question");
     QTest::addColumn<QList<qint64>>("left");
+    // clang-format off
     QTest::newRow("task, OK") << 0 << true << "タスク : 仕事 を削除してよろしいですか？" << QList<qint64>{6, 5, 1, 4};
-    QTest::newRow("schedule, OK") << 3 << true << "スケジュール : 予定 を削除してよろしいですか？"
-                                  << QList<qint64>{8, 6, 5, 4};
-    QTest::newRow("cancel") << 3 << false << "スケジュール : 予定 を削除してよろしいですか？"
-                            << QList<qint64>{8, 6, 5, 1, 4};
+    QTest::newRow("schedule, OK") << 3 << true << "スケジュール : 予定 を削除してよろしいですか？" << QList<qint64>{8, 6, 5, 4};
+    QTest::newRow("cancel") << 3 << false << "スケジュール : 予定 を削除してよろしいですか？" << QList<qint64>{8, 6, 5, 1, 4};
+    // clang-format on
 }
 
 void TestFrmList::deleteKeyAsksFirst()
@@ -261,12 +251,11 @@ void TestFrmList::editRefreshesTheGrid_data()
     QTest::addColumn<bool>("save");
     QTest::addColumn<QString>("editor");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("schedule saved") << 3 << true << "スケジュール"
-                                    << "打ち合わせ";
-    QTest::newRow("task saved") << 0 << true << "タスク"
-                                << "打ち合わせ";
-    QTest::newRow("schedule cancelled") << 3 << false << "スケジュール"
-                                        << "予定";
+    // clang-format off
+    QTest::newRow("schedule saved") << 3 << true << "スケジュール" << "打ち合わせ";
+    QTest::newRow("task saved") << 0 << true << "タスク" << "打ち合わせ";
+    QTest::newRow("schedule cancelled") << 3 << false << "スケジュール" << "予定";
+    // clang-format on
 }
 
 void TestFrmList::editRefreshesTheGrid()
