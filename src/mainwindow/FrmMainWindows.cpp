@@ -19,12 +19,15 @@ void FrmMain::OpenList(const QDate& from, const QDate& to)
     ListHandOver handOver;
     handOver.ListFromDate = from;
     handOver.ListToDate = to;
-    // The month behind the list follows every change made from it at once.
-    handOver.EntriesChanged = [this] { RunUserAction(m_app, this, [this] { RefreshMonthMarks(); }); };
+    // The month behind the list, and the next alarm, follow every change made from it at
+    // once: the list may stay open past the moment of an entry just deleted or moved.
+    handOver.EntriesChanged = [this] {
+        RunUserAction(m_app, this, [this] { RefreshMonthMarks(); });
+        RearmAlarms();
+    };
     handOver.NewStickyNote = [this](const QString& text, int colorIndex) { NewStickyNoteFrom(text, colorIndex); };
     FrmList list(m_app, handOver, this);
     list.exec();
-    RearmAlarms(); // entries may have been changed or deleted from the list
 }
 
 void FrmMain::OpenDayOffs()
