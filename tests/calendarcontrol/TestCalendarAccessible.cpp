@@ -43,7 +43,6 @@ void TestCalendarAccessible::dayNames_data()
     QTest::newRow("named day-off")    << QDate(2026, 11, 3)  << false << true  << "文化の日"   << "2026年11月3日 火曜日 文化の日";
     QTest::newRow("both")             << QDate(2026, 5, 1)   << true  << true  << " 創立記念日 " << "2026年5月1日 金曜日 予定あり 創立記念日";
     QTest::newRow("unnamed day-off")  << QDate(2024, 2, 29)  << false << true  << ""           << "2024年2月29日 木曜日 休日";
-    QTest::newRow("Saturday")         << QDate(2027, 1, 2)   << false << false << ""           << "2027年1月2日 土曜日";
     QTest::newRow("no date")          << QDate()             << true  << false << ""           << "";
     // clang-format on
 }
@@ -80,7 +79,6 @@ void TestCalendarAccessible::gridIsATableOfDays()
 
     QAccessibleInterface* selected = CellOf(calendar, QDate(2026, 11, 22));
     QVERIFY(selected->state().selected);
-    QVERIFY(!CellOf(calendar, QDate(2026, 11, 23))->state().selected);
     QCOMPARE(table->selectedCells(), QList<QAccessibleInterface*>{selected});
     QAccessibleTableCellInterface* cell = selected->tableCellInterface();
     QCOMPARE(cell->rowIndex(), 3);
