@@ -1,7 +1,5 @@
-// What one run hands to the next: the settings file, written whole or not at all, and
-// the sticky notes that were open, written back as they were read.
+// What one run hands to the next: the settings file, written whole or not at all.
 #include "common/Units.h"
-#include "mainwindow/FrmMain.h"
 #include "shell/WindowPlacement.h"
 #include "support/TestKit.h"
 
@@ -50,8 +48,6 @@ class TestWhatExitKeeps : public QObject
 private slots:
     void settingsFile_data();
     void settingsFile();
-    void openNotesSurviveAStartAndAnExit_data();
-    void openNotesSurviveAStartAndAnExit();
 };
 
 void TestWhatExitKeeps::settingsFile_data()
@@ -93,40 +89,6 @@ void TestWhatExitKeeps::settingsFile()
     QCOMPARE(FileBytes(ini), after == "=" ? before : after);
     // Nothing half-written is left beside it.
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("dayvane.ini")});
-}
-
-void TestWhatExitKeeps::openNotesSurviveAStartAndAnExit_data()
-{
-    QTest::addColumn<QStringList>("notes"); // slot|colour|left|top|text of each open note
-    // clang-format off
-    QTest::newRow("two notes, apostrophe and two lines") << QStringList{"1|0|300|300|it's", "2|5|4500|600|一行目\n二行目"};
-    QTest::newRow("empty note") << QStringList{"1|2|150|150|"};
-    // clang-format on
-}
-
-void TestWhatExitKeeps::openNotesSurviveAStartAndAnExit()
-{
-    QFETCH(QStringList, notes);
-    TestEnvironment env;
-    for (const QString& note : notes) {
-        const QStringList f = note.split(QLatin1Char('|'));
-        env.db().ExecuteSql(
-            QStringLiteral("UPDATE TRNGENERAL SET DATAS2 = '%1', DATAS3 = '1', DATAN2 = %2, "
-                           "DATAN3 = %3, MEMO1 = '%4' WHERE CODE = 501 AND DATAN1 = %5")
-                .arg(f[1], f[2], f[3], QString(f[4]).replace(QLatin1Char('\''), QLatin1String("''")), f[0]));
-    }
-    const QStringList columns{QStringLiteral("DATAN1"), QStringLiteral("DATAS2"), QStringLiteral("DATAS3"),
-                              QStringLiteral("DATAN2"), QStringLiteral("DATAN3"), QStringLiteral("MEMO1")};
-    const QString rowsSql = QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1");
-    const QStringList before = Lines(env.db(), rowsSql, columns);
-    env.services.connection.reset();
-    {
-        FrmMain main(env.services);
-        QVERIFY(main.Form_Load());
-        main.Form_Unload();
-    }
-    env.open();
-    QCOMPARE(Lines(env.db(), rowsSql, columns), before);
 }
 
 VERDALY_TEST(TestWhatExitKeeps)
