@@ -100,17 +100,13 @@ void TestFrmClass::newClassId()
 
     // Written at once with SORTKEY 0, inside the dialog's transaction, and last in the list.
     QCOMPARE(env.db().transactionDepth(), 1);
-    QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("ID = %1 AND SORTKEY = 0").arg(expectedId)), 1);
-    QCOMPARE(LineTexts(classList(dialog)).last(), name);
+    const QString row = QStringLiteral("SELECT * FROM MSTCLASS WHERE ID = %1").arg(expectedId);
+    QCOMPARE(Lines(env.db(), row, {"CLASS", "SORTKEY"}), QStringList{name + "|0"});
     QCOMPARE(LineIds(classList(dialog)).last(), expectedId);
-
     Click(&dialog, "ComOk");
     QCOMPARE(env.db().transactionDepth(), 0);
-    const int position = classList(dialog)->count();
-    QCOMPARE(env.scalar(QStringLiteral("SELECT SORTKEY AS V FROM MSTCLASS WHERE ID = %1").arg(expectedId)), position);
-    const Rows rows = env.db().ReadRows(QStringLiteral("SELECT CLASS FROM MSTCLASS WHERE ID = %1").arg(expectedId));
-    QCOMPARE(rows.size(), size_t(1));
-    QCOMPARE(rows.front().text(QStringLiteral("CLASS")), name);
+    QCOMPARE(Lines(env.db(), row, {"CLASS", "SORTKEY"}),
+             QStringList{name + "|" + QString::number(classList(dialog)->count())});
 }
 
 void TestFrmClass::rename_data()
