@@ -267,6 +267,15 @@ def open_from_menu(calendar, steps, title):
     return calendar.wait("dialog", title)
 
 
+def maintain(calendar, button, question, path, done):
+    """A backup or restore from the settings dialog: the button, OK to its question, the
+    file, and OK to the message that it was done."""
+    calendar.click(calendar.wait("push button", button, open_from_menu(calendar, 4, "設定")))
+    answer(calendar, question)
+    choose_file(calendar, path)
+    answer(calendar, done)
+
+
 def list_and_day_off(desktop, data_dir):
     today = datetime.date.today()
     database = os.path.join(data_dir, "QMCalendar.mdb")
@@ -333,11 +342,8 @@ def backup_and_restore(desktop, data_dir):
     calendar = Calendar(desktop, data_dir)
     calendar.wait("link", "バックアップ前の予定")
 
-    settings = open_from_menu(calendar, 4, "設定")
-    calendar.click(calendar.wait("push button", "バックアップ", settings))
-    answer(calendar, "現在の設定状態を保存してバックアップを行ってよろしいですか？")
-    choose_file(calendar, backup)
-    answer(calendar, "バックアップが正常に終了しました。")
+    maintain(calendar, "バックアップ", "現在の設定状態を保存してバックアップを行ってよろしいですか？", backup,
+             "バックアップが正常に終了しました。")
     calendar.gone("dialog", "設定")
     check(os.path.getsize(backup) > 0, "no backup at " + backup)
 
@@ -348,11 +354,8 @@ def backup_and_restore(desktop, data_dir):
     calendar.click(calendar.wait("push button", "OK", editor))
     calendar.wait("link", "after the backup")
 
-    settings = open_from_menu(calendar, 4, "設定")
-    calendar.click(calendar.wait("push button", "復元", settings))
-    answer(calendar, "復元を行うと現在のデータは全て破棄されます。\n復元開始してよろしいですか？")
-    choose_file(calendar, backup)
-    answer(calendar, "バックアップを正常に復元しました。\nアプリケーションを終了いたしますので再起動してください。")
+    maintain(calendar, "復元", "復元を行うと現在のデータは全て破棄されます。\n復元開始してよろしいですか？", backup,
+             "バックアップを正常に復元しました。\nアプリケーションを終了いたしますので再起動してください。")
     try:
         code = calendar.process.wait(TIMEOUT)
     except subprocess.TimeoutExpired:
