@@ -81,10 +81,8 @@ void TestHelpMenu::theBuildShipsTheHelpPage()
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString html = QString::fromUtf8(file.readAll());
     QVERIFY(html.contains(QStringLiteral("lang=\"ja\"")));
-    // Where the data lives and how to keep a copy of it.
+    // Where the data lives.
     QVERIFY(html.contains(QStringLiteral("QMCalendar.mdb")));
-    QVERIFY(html.contains(QStringLiteral("~/.local/share/halvern-verdaly/")));
-    QVERIFY(html.contains(QStringLiteral("バックアップ")));
 }
 
 void TestHelpMenu::version()
@@ -101,6 +99,7 @@ void TestHelpMenu::version()
     });
     ClickControl(*main, QStringLiteral("LabHelp"));
     QVERIFY(dialog.opened());
+    QVERIFY(!dialog.stayedOpen()); // its OK closes it
     QCOMPARE(dialog.title(), QStringLiteral("バージョン情報"));
     QVERIFY(title.endsWith(QStringLiteral(" 1.2")));
     QVERIFY(!idleWhileOpen);

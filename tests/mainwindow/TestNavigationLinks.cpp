@@ -1,8 +1,9 @@
-// The links under the calendar as a user (or a screen reader) works them: each pops its
-// menu, "Schedule" creates entries on the selected day, "Jump" moves the selection, and
-// nothing answers while a dialog opened from the window is up.
+// The links under the calendar and the panel's labels as a user (or a screen reader) works
+// them: each answers only while no dialog opened from the window is up, "Schedule" creates
+// entries on the selected day, "Jump" moves the selection.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "mainwindow/FrmMain.h"
+#include "mainwindow/MonthJump.h"
 #include "support/MainWindowKit.h"
 #include "support/TestKit.h"
 
@@ -17,60 +18,69 @@ class TestNavigationLinks : public QObject
     Q_OBJECT
 
 private slots:
-    void linksAreLinksThatPopTheirMenus_data();
-    void linksAreLinksThatPopTheirMenus();
+    void controlsAnswerOnlyWhenIdle_data();
+    void controlsAnswerOnlyWhenIdle();
     void newEntryOnTheSelectedDay_data();
     void newEntryOnTheSelectedDay();
-    void cancelledEditorChangesNothing();
-    void busyWindowIgnoresClicks_data();
-    void busyWindowIgnoresClicks();
+    void jumpRule_data();
+    void jumpRule();
     void jumpMenu_data();
     void jumpMenu();
 };
 
-void TestNavigationLinks::linksAreLinksThatPopTheirMenus_data()
+void TestNavigationLinks::controlsAnswerOnlyWhenIdle_data()
 {
-    QTest::addColumn<QString>("link");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("menu");
-    QTest::newRow("Menu") << "LabMenu"
-                          << "Menu"
-                          << "MnuSubMenu";
-    QTest::newRow("Jump") << "LabJump"
-                          << "Jump"
-                          << "MnuJumpDay";
-    QTest::newRow("Schedule") << "LabScaedule"
-                              << "Schedule"
-                              << "MnuEntry";
-    QTest::newRow("Help") << "LabHelp"
-                          << "Help"
-                          << "MnuHelp";
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QString>("name"); // a link's name for a screen reader; "" not a link
+    QTest::addColumn<QString>("menu"); // the menu it pops once idle; "" a dialog instead
+    // clang-format off
+    QTest::newRow("Menu") << "LabMenu" << int(Qt::LeftButton) << "Menu" << "MnuSubMenu";
+    QTest::newRow("Jump") << "LabJump" << int(Qt::LeftButton) << "Jump" << "MnuJumpDay";
+    QTest::newRow("Schedule") << "LabScaedule" << int(Qt::LeftButton) << "Schedule" << "MnuEntry";
+    QTest::newRow("Help") << "LabHelp" << int(Qt::LeftButton) << "Help" << "MnuHelp";
+    QTest::newRow("entry label") << "LabYotei(0)" << int(Qt::LeftButton) << "" << "";
+    QTest::newRow("entry label, right") << "LabYotei(0)" << int(Qt::RightButton) << "" << "MnuScheduleEditMenu";
+    // clang-format on
 }
 
-void TestNavigationLinks::linksAreLinksThatPopTheirMenus()
+void TestNavigationLinks::controlsAnswerOnlyWhenIdle()
 {
-    QFETCH(QString, link);
+    QFETCH(QString, control);
+    QFETCH(int, button);
     QFETCH(QString, name);
     QFETCH(QString, menu);
     TestEnvironment env;
+    StoreEntry(env.db(), Entry(1, QStringLiteral("A4"), QStringLiteral("20261122"), QStringLiteral("09:00"),
+                               QStringLiteral("20261122"), QStringLiteral("10:00"), QStringLiteral("朝会")));
     auto main = StartMainWindow(env);
+    const auto reject = [](QWidget* window) { static_cast<QDialog*>(window)->reject(); };
 
+    env.services.state.MainWindowIdle = false;
+    {
+        MenuAnswer busyMenu{QString()};
+        ModalAnswer busyDialog(reject);
+        ClickControl(*main, control, Qt::MouseButton(button));
+        QTest::qWait(100);
+        QVERIFY(!busyMenu.opened());
+        QVERIFY(!busyDialog.opened());
+    }
+    env.services.state.MainWindowIdle = true;
+    MenuAnswer byMouse{QString()};
+    ModalAnswer dialog(reject);
+    ClickControl(*main, control, Qt::MouseButton(button));
+    QTRY_VERIFY(menu.isEmpty() ? dialog.opened() : byMouse.opened());
+    QCOMPARE(byMouse.menu(), menu);
+    if (name.isEmpty())
+        return;
     // A screen reader finds the link by its caption and presses it.
-    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>(link));
-    QVERIFY(access);
+    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>(control));
     QCOMPARE(access->role(), QAccessible::Link);
     QCOMPARE(access->text(QAccessible::Name), name);
-    QVERIFY(access->actionInterface());
     MenuAnswer byReader{QString()};
     access->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     QTRY_VERIFY(byReader.opened());
     QCOMPARE(byReader.menu(), menu);
-
-    // And the mouse does the same.
-    MenuAnswer byMouse{QString()};
-    ClickControl(*main, link);
-    QVERIFY(byMouse.opened());
-    QCOMPARE(byMouse.menu(), menu);
     QVERIFY(env.services.state.MainWindowIdle);
 }
 
@@ -114,7 +124,6 @@ void TestNavigationLinks::newEntryOnTheSelectedDay()
     });
     ClickControl(*main, QStringLiteral("LabScaedule"));
 
-    QCOMPARE(menu.menu(), QStringLiteral("MnuEntry"));
     QCOMPARE(opened, dialog);
     QCOMPARE(shownDate, QStringLiteral("2026/11/25"));
     QVERIFY(!idleWhileOpen);
@@ -126,62 +135,37 @@ void TestNavigationLinks::newEntryOnTheSelectedDay()
     QCOMPARE(Control<QLabel>(main.get(), "LabYotei(0)")->text(), subject);
 }
 
-void TestNavigationLinks::cancelledEditorChangesNothing()
+// The jump menu's month rule: the selected day is kept, unless today's day of the month is
+// past the target month's length; a day the month lacks is no date at all.
+void TestNavigationLinks::jumpRule_data()
 {
-    TestEnvironment env;
-    auto main = StartMainWindow(env);
-    MenuAnswer menu(QStringLiteral("MnuSchedule"));
-    ModalAnswer editor([](QWidget* window) {
-        Control<QLineEdit>(window, "TxtYouken")->setText(QStringLiteral("やめた"));
-        Click(window, "ComCancel");
-    });
-    ClickControl(*main, QStringLiteral("LabScaedule"));
-    QVERIFY(editor.opened());
-    QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0);
-    QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 22)));
-    QVERIFY(Control<QLabel>(main.get(), "LabYotei(0)")->text().isEmpty());
-    QVERIFY(env.services.state.MainWindowIdle);
+    QTest::addColumn<QDate>("selected");
+    QTest::addColumn<QDate>("today");
+    QTest::addColumn<int>("month");
+    QTest::addColumn<QDate>("expected"); // invalid: no such day
+
+    // clang-format off
+    QTest::newRow("selected 31st, today mid-month, to February") << QDate(2007, 1, 31) << QDate(2007, 3, 15) << 2 << QDate();
+    QTest::newRow("today the 30th, to February")                << QDate(2007, 1, 10) << QDate(2007, 1, 30) << 2 << QDate(2007, 2, 28);
+    QTest::newRow("today the 31st, to a 30-day month")          << QDate(2007, 3, 15) << QDate(2007, 1, 31) << 4 << QDate(2007, 4, 30);
+    QTest::newRow("today the 30th is not past April's 30")      << QDate(2007, 5, 31) << QDate(2007, 1, 30) << 4 << QDate();
+    QTest::newRow("today the 31st rescues a selected 31st")     << QDate(2007, 5, 31) << QDate(2007, 1, 31) << 4 << QDate(2007, 4, 30);
+    QTest::newRow("leap day today still counts February as 28") << QDate(2008, 1, 10) << QDate(2008, 2, 29) << 2 << QDate(2008, 2, 28);
+    QTest::newRow("selected 29th reaches a leap February")      << QDate(2008, 1, 29) << QDate(2008, 1, 5)  << 2 << QDate(2008, 2, 29);
+    QTest::newRow("selected 29th misses a common February")     << QDate(2007, 1, 29) << QDate(2007, 1, 5)  << 2 << QDate();
+    QTest::newRow("the year is the selected day's")             << QDate(1999, 6, 5)  << QDate(2026, 11, 22) << 12 << QDate(1999, 12, 5);
+    QTest::newRow("31st to a 31-day month")                     << QDate(2026, 1, 31) << QDate(2026, 11, 22) << 12 << QDate(2026, 12, 31);
+    QTest::newRow("no thirteenth month")                        << QDate(2026, 1, 5)  << QDate(2026, 11, 22) << 13 << QDate();
+    // clang-format on
 }
 
-void TestNavigationLinks::busyWindowIgnoresClicks_data()
+void TestNavigationLinks::jumpRule()
 {
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("opensDialog"); // once idle: a dialog rather than a menu
-    QTest::newRow("Menu") << "LabMenu" << int(Qt::LeftButton) << false;
-    QTest::newRow("Jump") << "LabJump" << int(Qt::LeftButton) << false;
-    QTest::newRow("Schedule") << "LabScaedule" << int(Qt::LeftButton) << false;
-    QTest::newRow("Help") << "LabHelp" << int(Qt::LeftButton) << false;
-    QTest::newRow("entry label") << "LabYotei(0)" << int(Qt::LeftButton) << true;
-    QTest::newRow("entry label, right") << "LabYotei(0)" << int(Qt::RightButton) << false;
-}
-
-void TestNavigationLinks::busyWindowIgnoresClicks()
-{
-    QFETCH(QString, control);
-    QFETCH(int, button);
-    QFETCH(bool, opensDialog);
-    TestEnvironment env;
-    StoreEntry(env.db(), Entry(1, QStringLiteral("A4"), QStringLiteral("20261122"), QStringLiteral("09:00"),
-                               QStringLiteral("20261122"), QStringLiteral("10:00"), QStringLiteral("朝会")));
-    auto main = StartMainWindow(env);
-
-    env.services.state.MainWindowIdle = false;
-    {
-        MenuAnswer menu{QString()};
-        ModalAnswer dialog([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
-        ClickControl(*main, control, Qt::MouseButton(button));
-        QTest::qWait(100);
-        QVERIFY(!menu.opened());
-        QVERIFY(!dialog.opened());
-    }
-
-    // The same click answers once the window is idle again.
-    env.services.state.MainWindowIdle = true;
-    MenuAnswer menu{QString()};
-    ModalAnswer dialog([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
-    ClickControl(*main, control, Qt::MouseButton(button));
-    QTRY_VERIFY(opensDialog ? dialog.opened() : menu.opened());
+    QFETCH(QDate, selected);
+    QFETCH(QDate, today);
+    QFETCH(int, month);
+    QFETCH(QDate, expected);
+    QCOMPARE(MonthJumpDate(selected, today, month), expected);
 }
 
 void TestNavigationLinks::jumpMenu_data()
@@ -192,7 +176,6 @@ void TestNavigationLinks::jumpMenu_data()
     QTest::addColumn<QDate>("expected");
     // clang-format off
     QTest::newRow("today")                      << QDate(2026, 11, 22) << QDate(2026, 3, 3)  << "MnuToday"   << QDate(2026, 11, 22);
-    QTest::newRow("a month keeps the day")      << QDate(2026, 11, 22) << QDate(2026, 3, 10) << "MnuMonth7"  << QDate(2026, 7, 10);
     QTest::newRow("today past the month's end") << QDate(2026, 1, 30)  << QDate(2026, 3, 10) << "MnuMonth2"  << QDate(2026, 2, 28);
     QTest::newRow("no such day: stay")          << QDate(2026, 11, 22) << QDate(2026, 1, 31) << "MnuMonth4"  << QDate(2026, 1, 31);
     QTest::newRow("December")                   << QDate(2026, 11, 22) << QDate(2026, 1, 31) << "MnuMonth12" << QDate(2026, 12, 31);

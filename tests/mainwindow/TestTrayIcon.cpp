@@ -13,55 +13,31 @@ class TestTrayIcon : public QObject
     Q_OBJECT
 
 private slots:
-    void clickBringsBackAHiddenWindow_data();
-    void clickBringsBackAHiddenWindow();
-    void menu();
+    void bringsBackAHiddenWindow();
     void exitEndsTheProgram();
 };
 
-void TestTrayIcon::clickBringsBackAHiddenWindow_data()
-{
-    QTest::addColumn<int>("reason");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("left click") << int(QSystemTrayIcon::Trigger) << true;
-    QTest::newRow("double click") << int(QSystemTrayIcon::DoubleClick) << true;
-    QTest::newRow("right click: only the menu") << int(QSystemTrayIcon::Context) << false;
-    QTest::newRow("middle click") << int(QSystemTrayIcon::MiddleClick) << false;
-}
-
-void TestTrayIcon::clickBringsBackAHiddenWindow()
-{
-    QFETCH(int, reason);
-    QFETCH(bool, shown);
-    TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 1 WHERE CODE = 311"));
-    auto main = StartMainWindow(env);
-    main->setTrayAvailabilityForTesting(1);
-    QVERIFY(main->trayIcon());
-
-    // The close box of a resident calendar hides it in the tray.
-    main->close();
-    QVERIFY(!main->isVisible());
-    QVERIFY(!main->isUnloaded());
-
-    emit main->trayIcon()->activated(QSystemTrayIcon::ActivationReason(reason));
-    QCOMPARE(main->isVisible(), shown);
-    if (shown)
-        QVERIFY(!main->isMinimized());
-}
-
-void TestTrayIcon::menu()
+void TestTrayIcon::bringsBackAHiddenWindow()
 {
     TestEnvironment env;
     env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 1 WHERE CODE = 311"));
     auto main = StartMainWindow(env);
     main->setTrayAvailabilityForTesting(1);
     QMenu* trayMenu = main->trayIcon()->contextMenu();
-    QVERIFY(trayMenu);
     QCOMPARE(trayMenu->objectName(), QStringLiteral("MnuTaskMenu"));
-
+    const QList<QPair<QSystemTrayIcon::ActivationReason, bool>> clicks = {{QSystemTrayIcon::Context, false},
+                                                                          {QSystemTrayIcon::MiddleClick, false},
+                                                                          {QSystemTrayIcon::Trigger, true},
+                                                                          {QSystemTrayIcon::DoubleClick, true}};
+    for (const auto& [reason, shown] : clicks) {
+        // The close box of a resident calendar hides it in the tray.
+        main->close();
+        QVERIFY(!main->isVisible());
+        emit main->trayIcon()->activated(reason);
+        QCOMPARE(main->isVisible(), shown);
+        QCOMPARE(main->isMinimized(), !shown);
+    }
     main->close();
-    QVERIFY(!main->isVisible());
     Control<QAction>(trayMenu, "MnuMainOpen")->trigger();
     QVERIFY(main->isVisible());
     QVERIFY(!main->isMinimized());

@@ -59,7 +59,6 @@ void TestSettingsFromMainWindow::choicesShowInCalendar_data()
     QTest::addColumn<QString>("firstHeader");
     // clang-format off
     QTest::newRow("year, two-digit month") << "CmbTitle" << 80602 << true << "2027年03月" << "日";
-    QTest::newRow("month, year") << "CmbTitle" << 80605 << true << "3月 2027" << "日";
     QTest::newRow("cancelled") << "CmbTitle" << 80606 << false << "2027年3月" << "日";
     QTest::newRow("weekday in English") << "CmbWeekFormat" << 80805 << true << "2027年3月" << "Sun";
     QTest::newRow("week from Saturday") << "CmbFirstWeek" << 7 << true << "2027年3月" << "土";
