@@ -12,6 +12,7 @@ fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 cmake --install "$build" --prefix "$prefix" >"$work/install.log" || { cat "$work/install.log"; exit 1; }
 grep -v "^$prefix/" "$build/install_manifest.txt" && fail "installed outside the prefix"
 [ "$(cd "$prefix/bin" && echo *)" = "BalloonNotify verdaly verdaly-gui" ] || fail "bin/ holds: $(ls "$prefix/bin")"
+grep -q '<html lang="ja">' "$share/halvern-verdaly/help/index.html" || fail "no help page"
 
 desktop=$share/applications/$id.desktop
 desktop-file-validate "$desktop" || fail "desktop-file-validate"
@@ -45,7 +46,10 @@ for _ in $(seq 100); do
     [ -e "$data/verdaly.lock" ] || ! kill -0 "$pid" 2>/dev/null && break
     sleep 0.1
 done
-kill -TERM "$pid" && wait "$pid" || { cat "$work/run.log"; fail "the calendar did not run until told to stop"; }
+# Still running a moment after it took its lock: it found its parts and started.
+sleep 1
+kill -0 "$pid" || { cat "$work/run.log"; fail "the calendar did not keep running"; }
+kill -TERM "$pid" && wait "$pid"
 [ -s "$data/QMCalendar.mdb" ] || fail "no database in $data"
 [ ! -s "$prefix/bin/QMCalendar.mdb" ] || fail "the file beside the program was written"
 exit $((failures > 0))

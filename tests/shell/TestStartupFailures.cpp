@@ -55,7 +55,9 @@ void TestStartupFailures::brokenFiles_data()
     QTest::newRow("locked by another program") << "locked" << "他のプログラムに使用されています" << 1 << true;
     QTest::newRow("folder in place of the file") << "folder" << "ファイルではありません" << 1 << false;
     QTest::newRow("cannot be built") << "unbuildable" << "作成できません" << 1 << false;
+    QTest::newRow("first start builds the database") << "nofile" << "" << -1 << false;
     QTest::newRow("0-byte file is built anew") << "empty" << "" << -1 << false;
+    QTest::newRow("lock of a process that is gone") << "deadlock" << "" << -1 << true;
     QTest::newRow("empty lock file") << "emptylock" << "" << -1 << true;
     QTest::newRow("garbage lock file") << "garbagelock" << "" << -1 << true;
     QTest::newRow("lock naming pid 0") << "pid0lock" << "" << -1 << true;
@@ -71,7 +73,8 @@ void TestStartupFailures::brokenFiles()
     QFETCH(bool, fileKept);
 
     TestEnvironment env(setup != QLatin1String("random") && setup != QLatin1String("folder") &&
-                        setup != QLatin1String("unbuildable") && setup != QLatin1String("empty"));
+                        setup != QLatin1String("unbuildable") && setup != QLatin1String("empty") &&
+                        setup != QLatin1String("nofile"));
     env.services.connection.reset();
     const QString db = env.path();
     const QString lock = env.services.lockPath();
@@ -90,7 +93,14 @@ void TestStartupFailures::brokenFiles()
         WriteFile(lock, RandomBytes(64));
     else if (setup == QLatin1String("pid0lock"))
         WriteFile(lock, "0\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
-    else if (setup == QLatin1String("unwritable"))
+    else if (setup == QLatin1String("deadlock")) {
+        // The copy that held it was killed: its process is gone, its lock file is not.
+        holder.start(QStringLiteral("true"));
+        QVERIFY(holder.waitForStarted());
+        const qint64 gone = holder.processId();
+        QVERIFY(holder.waitForFinished());
+        WriteFile(lock, QByteArray::number(gone) + "\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    } else if (setup == QLatin1String("unwritable"))
         env.services.dataDir = QStringLiteral("/proc"); // not writable, not even for root
     else if (setup == QLatin1String("locked")) {
         // Another program (the engine's own shell) holds the file with an exclusive lock.

@@ -1,18 +1,12 @@
 #include "common/Units.h"
 #include "mainwindow/FrmMain.h"
-#include "mainwindow/FrmVersion.h"
 #include "shell/DataFolder.h"
 #include "shell/IniFile.h"
-#include "shell/SingleInstance.h"
 #include "shell/WindowPlacement.h"
 #include "store/DatabaseVersion.h"
 #include "store/SqlText.h"
 #include "support/TestKit.h"
 
-#include <QLabel>
-#include <QProcess>
-#include <QPushButton>
-#include <QSystemTrayIcon>
 #include <QtTest>
 
 class TestShell : public QObject
@@ -20,8 +14,6 @@ class TestShell : public QObject
     Q_OBJECT
 
 private slots:
-    void iniRoundTrip();
-    void iniKeepsOtherLines();
     void iniMissingValues_data();
     void iniMissingValues();
     void units_data();
@@ -29,12 +21,8 @@ private slots:
     void placementRoundTrip();
     void placementPartialAndBadValues_data();
     void placementPartialAndBadValues();
-    void minimisedPlacementIsNotSaved();
     void dataFolder_data();
     void dataFolder();
-    void singleInstance();
-    void staleLockIsTakenOver();
-    void firstStartBuildsDatabase();
     void startUpgradesOldDatabase();
     void secondCopyRefuses();
     void closeRules_data();
@@ -42,40 +30,7 @@ private slots:
     void unloadWritesEveryStickyNote();
     void unloadAfterRestoreSkipsNotes();
     void unloadSavesPlacementUnlessMinimised();
-    void trayTip();
-    void versionDialog();
 };
-
-void TestShell::iniRoundTrip()
-{
-    QTemporaryDir dir;
-    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
-    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("1500")));
-    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Left"), QStringLiteral("3000")));
-    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("1515")));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top")), QStringLiteral("1515"));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Left")), QStringLiteral("3000"));
-    QFile file(ini);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("[frmMAIN]\nTop=1515\nLeft=3000\n"));
-}
-
-void TestShell::iniKeepsOtherLines()
-{
-    QTemporaryDir dir;
-    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
-    QFile file(ini);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("; kept comment\n[Other]\nTop=1\n\n[frmMAIN]\nWidth=4000\n\n[Last]\nX=y\n");
-    file.close();
-    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Height"), QStringLiteral("5000")));
-    QVERIFY(WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("width"), QStringLiteral("4200")));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(file.readAll()),
-             QStringLiteral("; kept comment\n[Other]\nTop=1\n\n[frmMAIN]\nwidth=4200\nHeight=5000\n\n[Last]\nX=y\n"));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("Other"), QStringLiteral("Top")), QStringLiteral("1"));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("Last"), QStringLiteral("X")), QStringLiteral("y"));
-}
 
 void TestShell::iniMissingValues_data()
 {
@@ -119,7 +74,6 @@ void TestShell::units_data()
     QTest::newRow("120 dpi") << 120.0 << 100 << 1200 << 100;
     QTest::newRow("144 dpi") << 144.0 << 100 << 1000 << 100;
     QTest::newRow("144 dpi, odd pixel") << 144.0 << 7 << 70 << 7;
-    QTest::newRow("120 dpi, one pixel") << 120.0 << 1 << 12 << 1;
     QTest::newRow("96 dpi, negative") << 96.0 << -3 << -45 << -3;
     // clang-format on
 }
@@ -194,30 +148,17 @@ void TestShell::placementPartialAndBadValues()
     QCOMPARE(window.frameGeometry(), expected);
 }
 
-void TestShell::minimisedPlacementIsNotSaved()
-{
-    QTemporaryDir dir;
-    const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
-    WriteIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top"), QStringLiteral("777"));
-    QWidget window;
-    window.setGeometry(50, 50, 200, 200);
-    window.setWindowState(Qt::WindowMinimized);
-    SaveWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Top")), QStringLiteral("777"));
-    QCOMPARE(ReadIniValue(ini, QStringLiteral("frmMAIN"), QStringLiteral("Width")), QString());
-}
-
 void TestShell::dataFolder_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("databaseBesideProgram");
     QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
     // clang-format off
-    QTest::newRow("--data-dir DIR") << QStringList{QStringLiteral("--data-dir"), QStringLiteral("ARG")} << true << "ARG";
-    QTest::newRow("--data-dir=DIR") << QStringList{QStringLiteral("--data-dir=ARG")} << false << "ARG";
+    QTest::newRow("--data-dir DIR") << QStringList{"--data-dir", "ARG"} << true << "ARG";
+    QTest::newRow("--data-dir=DIR") << QStringList{"--data-dir=ARG"} << false << "ARG";
     QTest::newRow("portable install") << QStringList{} << true << "EXE";
     QTest::newRow("per-user folder") << QStringList{} << false << "USER";
-    QTest::newRow("dangling option") << QStringList{QStringLiteral("--data-dir")} << false << "USER";
+    QTest::newRow("dangling option") << QStringList{"--data-dir"} << false << "USER";
     // clang-format on
 }
 
@@ -245,49 +186,6 @@ void TestShell::dataFolder()
                              : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QCOMPARE(resolved, QDir::cleanPath(want));
     QVERIFY(QFileInfo(resolved).isDir());
-}
-
-void TestShell::singleInstance()
-{
-    QTemporaryDir dir;
-    const QString lock = dir.filePath(QStringLiteral("verdaly.lock"));
-    SingleInstance first(lock);
-    SingleInstance second(lock);
-    QVERIFY(first.tryAcquire());
-    QVERIFY(!second.tryAcquire());
-    first.release();
-    QVERIFY(second.tryAcquire());
-}
-
-void TestShell::staleLockIsTakenOver()
-{
-    // A lock whose owner is gone (the program was killed) must not keep the calendar out.
-    QProcess process;
-    process.start(QStringLiteral("true"));
-    QVERIFY(process.waitForFinished());
-    const qint64 deadPid = process.processId() ? process.processId() : 999999;
-    QTemporaryDir dir;
-    const QString lock = dir.filePath(QStringLiteral("verdaly.lock"));
-    QFile file(lock);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray::number(deadPid) + "\n" + QCoreApplication::applicationName().toUtf8() + "\n" +
-               QSysInfo::machineHostName().toUtf8() + "\n");
-    file.close();
-    SingleInstance instance(lock);
-    QVERIFY(instance.tryAcquire());
-}
-
-void TestShell::firstStartBuildsDatabase()
-{
-    TestEnvironment env(false);
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QVERIFY(QFileInfo::exists(env.path()));
-    QVERIFY(env.services.state.MainWindowIdle);
-    QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
-    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501")), 30);
-    QVERIFY(env.prompter.shown.isEmpty());
-    main.Form_Unload();
 }
 
 void TestShell::startUpgradesOldDatabase()
@@ -454,29 +352,6 @@ void TestShell::unloadSavesPlacementUnlessMinimised()
         QCOMPARE(ReadIniValue(env.services.iniPath(), QStringLiteral("frmMAIN"), QStringLiteral("Height")).isEmpty(),
                  minimised);
     }
-}
-
-void TestShell::trayTip()
-{
-    TestEnvironment env;
-    env.services.connection.reset();
-    FrmMain main(env.services);
-    QVERIFY(main.Form_Load());
-    QVERIFY(main.trayIcon());
-    QCOMPARE(main.trayIcon()->toolTip(), QStringLiteral("Halvern Verdaly 1.2"));
-    main.Form_Unload();
-    QVERIFY(!main.trayIcon());
-}
-
-void TestShell::versionDialog()
-{
-    FrmVersion dialog;
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("バージョン情報"));
-    QCOMPARE(Shown(&dialog, "LabTitle"), QStringLiteral("Halvern Verdaly 1.2"));
-    dialog.show();
-    QTest::mouseClick(Control(&dialog, "ComOK"), Qt::LeftButton);
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QVERIFY(!dialog.isVisible());
 }
 
 VERDALY_TEST(TestShell)
