@@ -42,13 +42,8 @@ public:
         if (!m_calendar || t != QAccessible::Name)
             return QString();
         const QDate day = date();
-        QString name =
-            DayAccessibleName(day, m_calendar->isEntryDay(day), m_calendar->isDayOff(day), m_calendar->dayOffName(day));
-        // A national holiday is read out by its name as well.
-        const QString holiday = m_calendar->holidayName(day);
-        if (!holiday.isEmpty() && !name.endsWith(holiday))
-            name += QLatin1Char(' ') + holiday;
-        return name;
+        return DayAccessibleName(day, m_calendar->isEntryDay(day), m_calendar->isDayOff(day),
+                                 m_calendar->dayOffName(day), m_calendar->holidayName(day));
     }
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override
@@ -124,7 +119,8 @@ QAccessibleInterface* CalendarFactory(const QString& className, QObject* object)
 
 } // namespace
 
-QString DayAccessibleName(const QDate& date, bool hasEntries, bool isDayOff, const QString& dayOffName)
+QString DayAccessibleName(const QDate& date, bool hasEntries, bool isDayOff, const QString& dayOffName,
+                          const QString& holidayName)
 {
     if (!date.isValid())
         return QString();
@@ -132,8 +128,14 @@ QString DayAccessibleName(const QDate& date, bool hasEntries, bool isDayOff, con
                       WeekdayFullName(date)};
     if (hasEntries)
         parts << QStringLiteral("予定あり");
-    if (isDayOff)
-        parts << (dayOffName.trimmed().isEmpty() ? QStringLiteral("休日") : dayOffName.trimmed());
+    if (!holidayName.isEmpty())
+        parts << holidayName;
+    // Many users keep the national holidays as day-offs of the same name: said twice, the
+    // name is only noise. A day-off of its own name, or one without a name, on a holiday is
+    // still said, since the grid shows the day-off mark as well.
+    const QString ownName = dayOffName.trimmed();
+    if (isDayOff && (ownName.isEmpty() || ownName != holidayName))
+        parts << (ownName.isEmpty() ? QStringLiteral("休日") : ownName);
     return parts.join(QLatin1Char(' '));
 }
 

@@ -8,9 +8,11 @@
 class HalvernCalendar;
 
 // What a screen reader says for one day of the grid: "2026年11月22日 日曜日", then "予定あり"
-// when the day carries entries, then the day-off's name when it is one ("休日" when it has
-// no name).
-QString DayAccessibleName(const QDate& date, bool hasEntries, bool isDayOff, const QString& dayOffName);
+// when the day carries entries, then the national holiday's name when it is one, then the
+// day-off's name when it is one ("休日" when it has no name); a day-off named as the
+// holiday it falls on is said once.
+QString DayAccessibleName(const QDate& date, bool hasEntries, bool isDayOff, const QString& dayOffName,
+                          const QString& holidayName);
 
 // The month grid as assistive technology sees it: a table of six weeks by seven days, each
 // cell a day named as above, selected when it is the selected day; "press" selects it.

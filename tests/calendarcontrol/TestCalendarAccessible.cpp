@@ -36,14 +36,18 @@ void TestCalendarAccessible::dayNames_data()
     QTest::addColumn<bool>("entries");
     QTest::addColumn<bool>("dayOff");
     QTest::addColumn<QString>("dayOffName");
+    QTest::addColumn<QString>("holiday");
     QTest::addColumn<QString>("expected");
     // clang-format off
-    QTest::newRow("plain day")        << QDate(2026, 11, 22) << false << false << ""           << "2026年11月22日 日曜日";
-    QTest::newRow("with entries")     << QDate(2026, 11, 23) << true  << false << ""           << "2026年11月23日 月曜日 予定あり";
-    QTest::newRow("named day-off")    << QDate(2026, 11, 3)  << false << true  << "文化の日"   << "2026年11月3日 火曜日 文化の日";
-    QTest::newRow("both")             << QDate(2026, 5, 1)   << true  << true  << " 創立記念日 " << "2026年5月1日 金曜日 予定あり 創立記念日";
-    QTest::newRow("unnamed day-off")  << QDate(2024, 2, 29)  << false << true  << ""           << "2024年2月29日 木曜日 休日";
-    QTest::newRow("no date")          << QDate()             << true  << false << ""           << "";
+    QTest::newRow("plain day")        << QDate(2026, 11, 22) << false << false << ""           << ""         << "2026年11月22日 日曜日";
+    QTest::newRow("named day-off")    << QDate(2026, 11, 3)  << false << true  << "文化の日"   << ""         << "2026年11月3日 火曜日 文化の日";
+    QTest::newRow("both")             << QDate(2026, 5, 1)   << true  << true  << " 創立記念日 " << ""       << "2026年5月1日 金曜日 予定あり 創立記念日";
+    QTest::newRow("unnamed day-off")  << QDate(2024, 2, 29)  << false << true  << ""           << ""         << "2024年2月29日 木曜日 休日";
+    QTest::newRow("no date")          << QDate()             << true  << false << ""           << "祝日"     << "";
+    QTest::newRow("holiday")          << QDate(2026, 11, 23) << true  << false << ""           << "勤労感謝の日" << "2026年11月23日 月曜日 予定あり 勤労感謝の日";
+    QTest::newRow("holiday and own day-off") << QDate(2026, 5, 6) << false << true << "会社休み" << "振替休日" << "2026年5月6日 水曜日 振替休日 会社休み";
+    QTest::newRow("day-off named as its holiday") << QDate(2026, 11, 3) << false << true << " 文化の日" << "文化の日" << "2026年11月3日 火曜日 文化の日";
+    QTest::newRow("unnamed day-off on a holiday") << QDate(2026, 1, 1) << false << true << "" << "元日" << "2026年1月1日 木曜日 元日 休日";
     // clang-format on
 }
 
@@ -53,8 +57,9 @@ void TestCalendarAccessible::dayNames()
     QFETCH(bool, entries);
     QFETCH(bool, dayOff);
     QFETCH(QString, dayOffName);
+    QFETCH(QString, holiday);
     QFETCH(QString, expected);
-    QCOMPARE(DayAccessibleName(date, entries, dayOff, dayOffName), expected);
+    QCOMPARE(DayAccessibleName(date, entries, dayOff, dayOffName, holiday), expected);
 }
 
 void TestCalendarAccessible::gridIsATableOfDays()
@@ -103,6 +108,13 @@ void TestCalendarAccessible::namesFollowTheMonthAndTheMarks()
     calendar.ClearEntryMarks();
     calendar.ClearDayOffMarks();
     QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("2026年11月25日 水曜日"));
+
+    // The holiday the calendar computed is read out while holidays are shown.
+    QAccessibleInterface* holiday = CellOf(calendar, QDate(2026, 11, 23));
+    QCOMPARE(holiday->text(QAccessible::Name), QStringLiteral("2026年11月23日 月曜日 勤労感謝の日"));
+    calendar.setHolidaysShown(false);
+    QCOMPARE(holiday->text(QAccessible::Name), QStringLiteral("2026年11月23日 月曜日"));
+    calendar.setHolidaysShown(true);
 
     // The grid's place now holds a day of the new month.
     calendar.setCurrentDate(QDate(2027, 2, 10));

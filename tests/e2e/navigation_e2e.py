@@ -9,7 +9,11 @@ from its label and its time changed, the task is deleted through the right-click
 and the rows are then read from the database. A second run makes the calendar resident:
 the close box hides it and a click on its tray icon brings it back.
 
-Run under its own session bus: dbus-run-session -- /usr/bin/python3 navigation_e2e.py
+The "maintenance" runs: an entry deleted from the list with the Delete key, a yearly
+day-off added that then marks the grid; and a backup, an entry added after it, and the
+backup restored, after which the program ends and starts again on the backup's data.
+
+Run under its own session bus: dbus-run-session -- /usr/bin/python3 navigation_e2e.py [navigation|maintenance]
 Set VERDALY_E2E_SHOTS to a folder to keep a screenshot of every menu on the way.
 """
 
@@ -211,6 +215,163 @@ class Calendar:
         self.process.wait(TIMEOUT)
 
 
+def top_window(calendar, role, title, containing):
+    """The program's top-level window of that role and title that holds the given control,
+    for windows that share a title."""
+    def found():
+        for i in range(calendar.app.childCount):
+            window = calendar.app.getChildAtIndex(i)
+            if window is not None and window.getRoleName() == role and window.name == title \
+                    and calendar.find(*containing, root=window):
+                return window
+        return None
+    return wait_for("%s %r with %r" % (role, title, containing), found)
+
+
+def answer(calendar, text, button="OK"):
+    """Answers the message box that says text (or holds it, for long texts)."""
+    box = wait_for("the message " + text, lambda: next(
+        (b for b in [calendar.find("alert")] if b is not None and calendar.find("label", text, b)), None))
+    calendar.click(calendar.wait("push button", button, box))
+    return box
+
+
+def choose_file(calendar, path):
+    """Types a whole path into the file dialog that is up and accepts it. Return may first
+    be taken by the name completer's pop-up, so it is pressed until the dialog is gone."""
+    field = calendar.wait("text", "File name:")
+    calendar.fill(field, path)
+    for _ in range(3):
+        calendar.key("Return")
+        if calendar.settled(lambda: calendar.find("text", "File name:") is None):
+            return
+    raise Failure("the file dialog did not take " + path)
+
+
+def store_entries(database, rows):
+    """Entries as the editors keep them: (ID, DATA, BUSINESS, STARTDT, STARTTM, ENDDT, ENDTM, FROMTOKBN);
+    tasks (DATA '2') are open."""
+    with sqlite3.connect(database) as db:
+        db.executemany("INSERT INTO TRNSCHTSK (ID, DATA, BUSINESS, STARTDT, STARTTM, ENDDT, ENDTM, FROMTOKBN, "
+                       "COMPLETION, UPDTIME) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, '2026/01/01 00:00:00')",
+                       [row + ("0" if row[1] == "2" else "",) for row in rows])
+
+
+def subjects(database):
+    with sqlite3.connect(database) as db:
+        return [row[0] for row in db.execute("SELECT BUSINESS FROM TRNSCHTSK ORDER BY ID")]
+
+
+def open_from_menu(calendar, steps, title):
+    calendar.choose(calendar.open_menu(calendar.wait("link", "Menu")), steps)
+    return calendar.wait("dialog", title)
+
+
+def maintain(calendar, button, question, path, done):
+    """A backup or restore from the settings dialog: the button, OK to its question, the
+    file, and OK to the message that it was done."""
+    calendar.click(calendar.wait("push button", button, open_from_menu(calendar, 4, "設定")))
+    answer(calendar, question)
+    choose_file(calendar, path)
+    answer(calendar, done)
+
+
+def list_and_day_off(desktop, data_dir):
+    today = datetime.date.today()
+    database = os.path.join(data_dir, "QMCalendar.mdb")
+    Calendar(desktop, data_dir).end()  # the first start builds the database
+    # A month of schedules from today on, and a task.
+    names = ["朝会", "歯医者の予約", "企画書の締め切り", "誕生日会", "出張（大阪）", "健康診断", "引っ越しの見積もり",
+             "同窓会"]
+    rows = []
+    for number, name in enumerate(names):
+        day = (today + datetime.timedelta(days=4 * number)).strftime("%Y%m%d")
+        rows.append((number + 1, "1", name, day, "%02d:00" % (9 + number), day, "%02d:30" % (9 + number), "A4"))
+    rows.append((len(names) + 1, "2", "報告書を出す", "", "", (today + datetime.timedelta(days=10)).strftime("%Y%m%d"),
+                 "", "T1"))
+    store_entries(database, rows)
+    calendar = Calendar(desktop, data_dir)
+
+    # "一覧表示": today to a month on. The dentist away with the Delete key, after the question.
+    listing = open_from_menu(calendar, 1, "スケジュール一覧")
+    calendar.wait("table cell", "報告書を出す", listing)
+    desktop.shot("list")
+    calendar.click(calendar.wait("table cell", "歯医者の予約", listing))
+    calendar.key("Delete")
+    answer(calendar, "スケジュール : 歯医者の予約 を削除してよろしいですか？")
+    calendar.gone("table cell", "歯医者の予約", listing)
+    calendar.wait("table cell", "健康診断", listing)
+    calendar.key("Escape")
+    calendar.gone("dialog", "スケジュール一覧")
+
+    # "休日設定": a new yearly day-off on another day of this month, with a Japanese remark.
+    target = today + datetime.timedelta(days=1 if today.day < 28 else -1)
+    day_offs = open_from_menu(calendar, 2, "休日設定")
+    calendar.click(calendar.wait("push button", "新規", day_offs))
+    editor = top_window(calendar, "dialog", "新規 - 休日設定", ("text", "備考"))
+    calendar.fill(calendar.wait("text", "備考", editor), "創立記念日")
+    # The editor starts on today; the day box is the one before the remark.
+    calendar.key("shift+Tab", "Down" if target > today else "Up")
+    desktop.shot("day-off-editor")
+    calendar.click(calendar.wait("push button", "OK", editor))
+    calendar.wait("list item", "%2d/%2d 創立記念日" % (target.month, target.day), day_offs)
+    desktop.shot("day-offs")
+    calendar.click(calendar.wait("push button", "OK", day_offs))
+    calendar.gone("dialog", "休日設定")
+
+    grid = calendar.wait("table")
+    day_name = "%d年%d月%d日 " % (target.year, target.month, target.day)
+    wait_for("the day-off in the grid", lambda: next(
+        (c for c in (grid.getChildAtIndex(i) for i in range(grid.childCount))
+         if c.name.startswith(day_name) and c.name.endswith(" 創立記念日")), None))
+    desktop.shot("day-off-in-grid")
+    calendar.end()
+    left = subjects(database)
+    check(left == [n for n in names if n != "歯医者の予約"] + ["報告書を出す"], "entries after the run: %r" % (left,))
+    with sqlite3.connect(database) as db:
+        kept = db.execute("SELECT DATAN1, DATAN2, DATAS1 FROM TRNGENERAL WHERE CODE = 200").fetchall()
+    check(kept == [(target.month, target.day, "創立記念日")], "day-offs after the run: %r" % (kept,))
+
+
+def backup_and_restore(desktop, data_dir):
+    today = datetime.date.today().strftime("%Y%m%d")
+    database = os.path.join(data_dir, "QMCalendar.mdb")
+    backup = os.path.join(os.path.dirname(data_dir), "saved.bdc")
+    Calendar(desktop, data_dir).end()
+    store_entries(database, [(1, "1", "バックアップ前の予定", today, "08:00", today, "", "A3")])
+    calendar = Calendar(desktop, data_dir)
+    calendar.wait("link", "バックアップ前の予定")
+
+    maintain(calendar, "バックアップ", "現在の設定状態を保存してバックアップを行ってよろしいですか？", backup,
+             "バックアップが正常に終了しました。")
+    calendar.gone("dialog", "設定")
+    check(os.path.getsize(backup) > 0, "no backup at " + backup)
+
+    # An entry made after the backup, through the editor.
+    calendar.choose(calendar.open_menu(calendar.wait("link", "Schedule")), 1)
+    editor = calendar.wait("dialog", "スケジュール")
+    calendar.fill(calendar.wait("text", "予定", editor), "after the backup")
+    calendar.click(calendar.wait("push button", "OK", editor))
+    calendar.wait("link", "after the backup")
+
+    maintain(calendar, "復元", "復元を行うと現在のデータは全て破棄されます。\n復元開始してよろしいですか？", backup,
+             "バックアップを正常に復元しました。\nアプリケーションを終了いたしますので再起動してください。")
+    try:
+        code = calendar.process.wait(TIMEOUT)
+    except subprocess.TimeoutExpired:
+        raise Failure("the program runs on after the restore")
+    check(code == 0, "the program ended with %d after the restore" % code)
+
+    check(subjects(database) == ["バックアップ前の予定"], "restored entries: %r" % (subjects(database),))
+    kept = subjects(database + ".before-restore")
+    check(kept == ["バックアップ前の予定", "after the backup"], "the data before the restore: %r" % (kept,))
+    calendar = Calendar(desktop, data_dir)
+    calendar.wait("link", "バックアップ前の予定")
+    check(calendar.find("link", "after the backup") is None, "the entry after the backup is back")
+    desktop.shot("after-restore")
+    calendar.end()
+
+
 def check(condition, message):
     if not condition:
         raise Failure(message)
@@ -335,7 +496,24 @@ def tray(desktop, data_dir):
     calendar.end()
 
 
+# The groups of runs, each with its data folder: runs that name the same folder share it.
+RUNS = {
+    "navigation": [
+        (create_and_edit, "data", "entries created, edited and deleted through the window"),
+        (tray, "data", "hidden to the tray and brought back by its icon"),
+    ],
+    "maintenance": [
+        (list_and_day_off, "list", "an entry deleted from the list, a day-off added and marked"),
+        (backup_and_restore, "restore", "backed up, restored, and started again on the backup"),
+    ],
+}
+
+
 def main():
+    group = sys.argv[1] if len(sys.argv) > 1 else "navigation"
+    if group not in RUNS:
+        print("FAIL: no runs called %r (%s)" % (group, ", ".join(RUNS)))
+        return 1
     if not os.access(PROGRAM, os.X_OK):
         print("FAIL: no program at %r (VERDALY_BIN_DIR)" % PROGRAM)
         return 1
@@ -349,11 +527,9 @@ def main():
         return 1
     try:
         with tempfile.TemporaryDirectory() as folder:
-            data_dir = os.path.join(folder, "data")
-            create_and_edit(desktop, data_dir)
-            print("PASS: entries created, edited and deleted through the window")
-            tray(desktop, data_dir)
-            print("PASS: hidden to the tray and brought back by its icon")
+            for run, data, passed in RUNS[group]:
+                run(desktop, os.path.join(folder, data))
+                print("PASS:", passed)
     except Failure as failure:
         print("FAIL:", failure)
         desktop.shot("failure")
