@@ -6,6 +6,7 @@
 #include "common/Clock.h"
 #include "common/Prompter.h"
 #include "entries/EntryKinds.h"
+#include "entries/EntryQueries.h"
 #include "store/DatabaseConnection.h"
 #include "store/GeneralRow.h"
 #include "store/SqlText.h"
@@ -67,19 +68,9 @@ std::optional<AlarmSettings> ReadAlarmSettings(DatabaseConnection& db)
 
 QString AlarmEntrySql(const QDate& today)
 {
-    const QString Today = QuoteText(DateToStored(today));
-    return QStringLiteral("SELECT * ") + QStringLiteral("FROM TRNSCHTSK ") + QStringLiteral("WHERE ") +
-           QStringLiteral("((('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= ") + Today +
-           QStringLiteral(" AND STARTDT <= ") + Today + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= ") + Today +
-           QStringLiteral(" AND STARTDT <= ") + Today + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= ") + Today +
-           QStringLiteral(" AND ENDDT >= ") + Today + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= ") + Today +
-           QStringLiteral(" AND ENDDT >= ") + Today + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + Today +
-           QStringLiteral(" AND ENDDT <= ") + Today + QStringLiteral(") AND COMPLETION = '0')) ") +
-           QStringLiteral("AND ALARM = '1' ");
+    const EntryRangeConditions day(today, today);
+    return QStringLiteral("SELECT * FROM TRNSCHTSK WHERE (") + day.schedules() + QStringLiteral("OR ") +
+           day.tasks(QStringLiteral(" AND COMPLETION = '0'")) + QStringLiteral(") AND ALARM = '1' ");
 }
 
 MomentStatus EntryMoment(const Row& entry, QDateTime* moment)

@@ -17,21 +17,42 @@ QString Literal(const QDate& date)
 
 } // namespace
 
-QString MonthQuerySql(const QDate& first, const QDate& last)
+EntryRangeConditions::EntryRangeConditions(const QDate& first, const QDate& last)
 {
     const QString f = Literal(first);
     const QString l = Literal(last);
-    return QStringLiteral("SELECT * FROM TRNSCHTSK WHERE ") +
-           QStringLiteral("(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= ") + f +
-           QStringLiteral(" AND STARTDT <= ") + l + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= ") + f +
-           QStringLiteral(" AND STARTDT <= ") + l + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= ") + l +
-           QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= ") + l +
-           QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ") + QStringLiteral("OR ") +
-           QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + f +
-           QStringLiteral(" AND ENDDT <= ") + l + QStringLiteral(")) ");
+    const auto starts = [&](const char* from, const char* to) {
+        return QStringLiteral("(('%1' <= FROMTOKBN AND FROMTOKBN <= '%2') AND (STARTDT >= ")
+                   .arg(QLatin1String(from), QLatin1String(to)) +
+               f + QStringLiteral(" AND STARTDT <= ") + l + QStringLiteral(")) ");
+    };
+    const auto overlaps = [&](const char* from, const char* to) {
+        return QStringLiteral("(('%1' <= FROMTOKBN AND FROMTOKBN <= '%2') AND (STARTDT <= ")
+                   .arg(QLatin1String(from), QLatin1String(to)) +
+               l + QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ");
+    };
+    oneDay = starts("A1", "A5");
+    daily = starts("D1", "D5");
+    span = overlaps("B1", "B4");
+    repeated = overlaps("C1", "C4");
+    m_deadline = QStringLiteral("(ENDDT >= ") + f + QStringLiteral(" AND ENDDT <= ") + l + QStringLiteral(")");
+}
+
+QString EntryRangeConditions::schedules() const
+{
+    return oneDay + QStringLiteral("OR ") + daily + QStringLiteral("OR ") + span + QStringLiteral("OR ") + repeated;
+}
+
+QString EntryRangeConditions::tasks(const QString& extra) const
+{
+    return QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND ") + m_deadline + extra +
+           QStringLiteral(") ");
+}
+
+QString MonthQuerySql(const QDate& first, const QDate& last)
+{
+    const EntryRangeConditions range(first, last);
+    return QStringLiteral("SELECT * FROM TRNSCHTSK WHERE ") + range.schedules() + QStringLiteral("OR ") + range.tasks();
 }
 
 QString DayQuerySql(const QDate& day)

@@ -9,6 +9,24 @@ class Row;
 // The statements that feed the month grid and the selected-day panel, and the rules by
 // which their rows become marks and panel lines.
 
+// The WHERE conditions that find the entries showing on some day from first to last, one
+// per family of kinds, each ending in a blank: A and D by their start date, the B and C
+// spans when they overlap the range, tasks by their deadline. The grid, the list and the
+// alarm all ask this same question of the table, so they share its one spelling.
+struct EntryRangeConditions
+{
+    EntryRangeConditions(const QDate& first, const QDate& last);
+    // The four schedule families joined by OR.
+    QString schedules() const;
+    // Tasks whose deadline falls in the range; extra (" AND COMPLETION = '0'") narrows them.
+    QString tasks(const QString& extra = QString()) const;
+
+    QString oneDay, daily, span, repeated;
+
+private:
+    QString m_deadline;
+};
+
 // Every entry that shows on at least one day from first to last (the grid's first and
 // last displayed days), finished tasks included. No order.
 QString MonthQuerySql(const QDate& first, const QDate& last);

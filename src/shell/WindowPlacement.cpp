@@ -94,8 +94,10 @@ private:
             return;
         }
         const QSize extra = FrameExtra(m_window);
-        // Without a window manager there is no frame: after a while, none is coming.
-        if (extra.isNull() && m_waited.elapsed() < 1500)
+        // Without a window manager there is no frame: after a while, none is coming. A busy
+        // desktop can take seconds to frame a new window, and a maximise asked for before the
+        // manager took the window on is lost, so the wait is generous.
+        if (extra.isNull() && m_waited.elapsed() < 5000)
             return;
         m_poll.stop();
         m_window.resize(qMax(1, m_outer.width() - extra.width()), qMax(1, m_outer.height() - extra.height()));

@@ -1,6 +1,7 @@
 #include "views/ListQuery.h"
 
 #include "entries/EntryKinds.h"
+#include "entries/EntryQueries.h"
 #include "store/SqlText.h"
 
 QDate ListRangeFirst()
@@ -15,21 +16,10 @@ QDate ListRangeLast()
 
 QString ListEntrySql(ListChoice choice, const QDate& from, const QDate& to)
 {
-    const QString f = QuoteText(DateToStored(from));
-    const QString t = QuoteText(DateToStored(to));
-    const QString a = QStringLiteral("(('A1' <= FROMTOKBN AND FROMTOKBN <= 'A5') AND (STARTDT >= ") + f +
-                      QStringLiteral(" AND STARTDT <= ") + t + QStringLiteral(")) ");
-    const QString d = QStringLiteral("(('D1' <= FROMTOKBN AND FROMTOKBN <= 'D5') AND (STARTDT >= ") + f +
-                      QStringLiteral(" AND STARTDT <= ") + t + QStringLiteral(")) ");
-    const QString b = QStringLiteral("(('B1' <= FROMTOKBN AND FROMTOKBN <= 'B4') AND (STARTDT <= ") + t +
-                      QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ");
-    const QString c = QStringLiteral("(('C1' <= FROMTOKBN AND FROMTOKBN <= 'C4') AND (STARTDT <= ") + t +
-                      QStringLiteral(" AND ENDDT >= ") + f + QStringLiteral(")) ");
-    const QString tasks = QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + f +
-                          QStringLiteral(" AND ENDDT <= ") + t + QStringLiteral(")) ");
-    const QString openTasks = QStringLiteral("(('T1' <= FROMTOKBN AND FROMTOKBN <= 'T2') AND (ENDDT >= ") + f +
-                              QStringLiteral(" AND ENDDT <= ") + t + QStringLiteral(") AND COMPLETION = '0') ");
-    const QString schedules = a + QStringLiteral("OR ") + d + QStringLiteral("OR ") + b + QStringLiteral("OR ") + c;
+    const EntryRangeConditions range(from, to);
+    const QString schedules = range.schedules();
+    const QString tasks = range.tasks();
+    const QString openTasks = range.tasks(QStringLiteral(" AND COMPLETION = '0'"));
 
     QString where;
     switch (choice) {

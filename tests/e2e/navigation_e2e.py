@@ -7,7 +7,8 @@ controls by their accessible names (AT-SPI) and works them with the real mouse a
 through "Schedule", both show in the panel and mark the day, the schedule is opened again
 from its label and its time changed, the task is deleted through the right-click menu,
 and the rows are then read from the database. A second run makes the calendar resident:
-the close box hides it and a click on its tray icon brings it back.
+the close box hides it and a click on its tray icon brings it back. A third sets a hot key
+in the settings dialog and presses it while another program has the focus.
 
 The "maintenance" runs: an entry deleted from the list with the Delete key, a yearly
 day-off added that then marks the grid; and a backup, an entry added after it, and the
@@ -496,11 +497,51 @@ def tray(desktop, data_dir):
     calendar.end()
 
 
+def hot_key_through_settings(desktop, data_dir):
+    calendar = Calendar(desktop, data_dir)
+    # "Menu" -> "設定": the fourth item below the two separators.
+    calendar.choose(calendar.open_menu(calendar.wait("link", "Menu")), 4)
+    dialog = calendar.wait("dialog", "設定")
+    # The second function of the list is the new schedule (a combo box is named by its
+    # current choice); the key is typed as a person would.
+    calendar.click(calendar.wait("combo box", "カレンダー表示", dialog))
+    time.sleep(0.5)
+    calendar.key("Down", "Return")
+    calendar.wait("combo box", "スケジュール入力", dialog)
+    field = calendar.wait("text", "キー", dialog)
+    calendar.click(field)
+    calendar.key("ctrl+alt+k")
+    wait_for("the key in the field", lambda: calendar.text_of(field) == "[Ctrl] + [Alt] + K")
+    desktop.shot("settings-hot-key")
+    calendar.click(calendar.wait("push button", "OK", dialog))
+    calendar.gone("dialog", "設定")
+    with sqlite3.connect(os.path.join(data_dir, "QMCalendar.mdb")) as db:
+        stored = db.execute("SELECT DATAN1, DATAN2 FROM TRNGENERAL WHERE CODE = 82020").fetchall()
+    check(stored == [(75, 6)], "the schedule hot key is stored as %r" % (stored,))
+
+    # Another program in front; the keys still reach the calendar, which opens today's schedule.
+    other = desktop.start(["xmessage", "-name", "otherprogram", "another program"])
+    window = wait_for("the other program's window", lambda: desktop.xdotool(
+        "search", "--onlyvisible", "--classname", "otherprogram").split()[0])
+    desktop.xdotool("windowactivate", "--sync", window)
+    desktop.xdotool("key", "ctrl+alt+k")
+    editor = calendar.wait("dialog", "スケジュール")
+    today = datetime.date.today().strftime("%Y/%m/%d")
+    shown = calendar.text_of(calendar.wait("text", "開始日", editor))
+    check(shown == today, "the editor opened on %r, not today" % shown)
+    desktop.shot("hot-key-editor")
+    calendar.click(calendar.wait("push button", "キャンセル", editor))
+    calendar.gone("dialog", "スケジュール")
+    other.terminate()
+    calendar.end()
+
+
 # The groups of runs, each with its data folder: runs that name the same folder share it.
 RUNS = {
     "navigation": [
         (create_and_edit, "data", "entries created, edited and deleted through the window"),
         (tray, "data", "hidden to the tray and brought back by its icon"),
+        (hot_key_through_settings, "data", "a hot key set in the settings dialog opens today's schedule"),
     ],
     "maintenance": [
         (list_and_day_off, "list", "an entry deleted from the list, a day-off added and marked"),
