@@ -178,6 +178,10 @@ void FrmPost::storeInSlot()
     const double dpi = Units::LogicalDpi(this);
     own.left = Units::PixelsToTwips(pos().x(), dpi);
     own.top = Units::PixelsToTwips(pos().y(), dpi);
+    // A place of 0, 0 reads back as "no place given", and the desktop would put the note
+    // elsewhere at the next start: one twip, less than a pixel, keeps it in the corner.
+    if (own.left == 0 && own.top == 0)
+        own.left = 1;
 }
 
 void FrmPost::closeEvent(QCloseEvent* event)

@@ -13,9 +13,10 @@ using StickyNoteSlots = std::array<StickyNoteSlot, StickyNoteSlotCount>;
 // is open; otherwise an empty, closed row that keeps the slot's last place.
 QString StickyNoteRowSql(int index, const StickyNoteSlot& slot, bool open);
 
-// Writes every slot's current state (text, colour, place, open or not) to its row, all in
-// one transaction, without touching the note windows. Outside a caller's transaction
-// it is atomic: the rows never mix two moments.
+// Writes every slot's current state (text, colour, place, open or not) to its row, without
+// touching the note windows: what each note shows now, since the notes keep their slots
+// current as they change. Alone it is one transaction, so the rows never mix two moments;
+// inside a caller's transaction it becomes part of it.
 void WriteStickyNotes(DatabaseConnection& db, const StickyNoteSlots& noteSlots);
 
 // The exit's save: closes every open note window (which leaves its last text and place in

@@ -1,3 +1,5 @@
+// How notes reach their rows: each change about a second later, never inside another
+// action's transaction, all of them at exit, none after a restore; and back at the start.
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
@@ -6,32 +8,18 @@
 #include <QPlainTextEdit>
 #include <QtTest>
 
-class TestNoteSaving final : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void cleanup();
-    void textStoredIntact_data();
-    void textStoredIntact();
-    void exitMarksOpenRowsOnly();
-    void closedNoteKeepsItsPlace();
-    void autosaveWaitsForDialogTransaction();
-    void nothingWrittenAfterRestore();
-    void exitDuringDialogStillSavesNotes();
-};
-
 namespace {
 
-// Longer than any save delay, so a check after it sees whatever the autosave would write.
+// Longer than any save delay: a check after it sees whatever the autosave would write.
 constexpr int SaveWaitMs = StickyNotes::SaveDelayMs * 3;
+const QStringList NoteColumns{QStringLiteral("DATAN1"), QStringLiteral("DATAS3"), QStringLiteral("DATAS2"),
+                              QStringLiteral("DATAN2"), QStringLiteral("DATAN3"), QStringLiteral("MEMO1")};
 
-FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour)
+QString NoteRow(TestEnvironment& env, int slot)
 {
-    StickyNoteSlot& handOver = notes.app().state.StickyNotes[0];
-    handOver.text = text;
-    handOver.colorIndex = colour;
-    return notes.NewStickyNote();
+    return Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 AND DATAN1 = %1").arg(slot),
+                 NoteColumns)
+        .value(0);
 }
 
 void Type(FrmPost* note, const QString& text)
@@ -39,123 +27,66 @@ void Type(FrmPost* note, const QString& text)
     Control<QPlainTextEdit>(note, "TxtPost")->setPlainText(text);
 }
 
-Row NoteRow(TestEnvironment& env, int slot)
-{
-    return env.db()
-        .ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 AND DATAN1 = %1").arg(slot))
-        .front();
-}
-
-QString Memo(TestEnvironment& env, int slot)
-{
-    return NoteRow(env, slot).text(QStringLiteral("MEMO1"));
-}
-
 } // namespace
 
-void TestNoteSaving::cleanup()
+class TestNoteSaving final : public QObject
 {
-    QList<FrmPost*> notes;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* note = qobject_cast<FrmPost*>(widget))
-            notes << note;
-    }
-    qDeleteAll(notes);
-}
+    Q_OBJECT
+
+private slots:
+    void cleanup() { CloseStickyNoteWindows(); }
+    void textStoredIntact_data();
+    void textStoredIntact();
+    void closedNoteKeepsItsPlace();
+    void autosaveWaitsForDialogTransaction();
+    void nothingWrittenAfterRestore();
+    void exitDuringDialogStillSavesNotes();
+    void openNotesReopenOnLowestSlots();
+};
 
 void TestNoteSaving::textStoredIntact_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("atExit");
-    const QString apostrophes = QStringLiteral("it's Tom's ''quoted'' note'");
     QString longText;
-    for (int i = 0; longText.size() < 10000; ++i)
-        longText += QStringLiteral("%1行目の予定、it's fine;\n").arg(i);
+    while (longText.size() < 10000)
+        longText += QStringLiteral("%1行目の予定、it's fine;\n").arg(longText.size());
     longText.truncate(10000);
     // clang-format off
-    QTest::newRow("apostrophes, autosaved") << apostrophes << false;
-    QTest::newRow("apostrophes, at exit") << apostrophes << true;
-    QTest::newRow("10,000 characters, autosaved") << longText << false;
-    QTest::newRow("10,000 characters, at exit") << longText << true;
-    QTest::newRow("statement-like text") << QStringLiteral("x'; DELETE FROM TRNGENERAL; --") << false;
+    QTest::newRow("apostrophes") << QStringLiteral("it's Tom's ''quoted'' note'");
+    QTest::newRow("10,000 characters") << longText;
+    QTest::newRow("statement-like") << QStringLiteral("x'; DELETE FROM TRNGENERAL; --");
     // clang-format on
 }
 
 void TestNoteSaving::textStoredIntact()
 {
     QFETCH(QString, text);
-    QFETCH(bool, atExit);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    Type(OpenNote(notes, QString(), 4), text);
-    if (atExit)
-        notes.SaveAtExit();
-    else
-        QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
-    QCOMPARE(Memo(env, 1), text);
-    QCOMPARE(NoteRow(env, 1).text(QStringLiteral("DATAS3")), QStringLiteral("1"));
+    Type(OpenStickyNote(notes, QString(), 4, 1500, 750), text);
+    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
+    QCOMPARE(NoteRow(env, 1), QStringLiteral("1|1|4|1500|750|") + text);
     QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501")), 30);
-}
-
-void TestNoteSaving::exitMarksOpenRowsOnly()
-{
-    TestEnvironment env;
-    StickyNotes notes(env.services);
-    QList<FrmPost*> open;
-    for (int i = 1; i <= 5; ++i)
-        open << OpenNote(notes, QStringLiteral("note %1").arg(i), i);
-    for (int peeled : {1, 3, 4})
-        open[peeled - 1]->MnuClose_Click();
-    notes.SaveAtExit();
-    QTest::qWait(0);
-
-    const Rows rows = env.db().ReadRows(QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501"));
-    QCOMPARE(rows.size(), size_t(30));
-    for (const Row& row : rows) {
-        const qint64 slot = row.number(QStringLiteral("DATAN1"));
-        const bool kept = slot == 2 || slot == 5;
-        QCOMPARE(row.text(QStringLiteral("DATAS3")), kept ? QStringLiteral("1") : QStringLiteral("0"));
-        QCOMPARE(row.text(QStringLiteral("MEMO1")), kept ? QStringLiteral("note %1").arg(slot) : QString());
-        QCOMPARE(row.text(QStringLiteral("DATAS2")), kept ? QString::number(slot) : QString());
-    }
-    // Every window is gone, and a late change report writes nothing any more.
-    QVERIFY(!env.services.state.StickyNotes[2].window);
-    notes.noteChanged(2);
-    QVERIFY(!notes.hasPendingChanges());
 }
 
 void TestNoteSaving::closedNoteKeepsItsPlace()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("to be peeled"), 5);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("to be peeled"), 5);
     note->move(240, 120);
-    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
-    QCOMPARE(NoteRow(env, 1).number(QStringLiteral("DATAN2")), 240 * 15);
-
     note->MnuClose_Click();
     // Peeling is saved like any change: a crash now must not bring the note back.
-    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
-    Row row = NoteRow(env, 1);
-    QCOMPARE(row.text(QStringLiteral("DATAS3")), QStringLiteral("0"));
-    QCOMPARE(row.text(QStringLiteral("MEMO1")), QString());
-    QCOMPARE(row.number(QStringLiteral("DATAN2")), 240 * 15);
-    QCOMPARE(row.number(QStringLiteral("DATAN3")), 120 * 15);
-
+    QTRY_COMPARE_WITH_TIMEOUT(NoteRow(env, 1), QStringLiteral("1|0||3600|1800|"), SaveWaitMs);
     notes.SaveAtExit();
-    row = NoteRow(env, 1);
-    QCOMPARE(row.text(QStringLiteral("DATAS3")), QStringLiteral("0"));
-    QCOMPARE(row.number(QStringLiteral("DATAN2")), 240 * 15);
-    QCOMPARE(row.number(QStringLiteral("DATAN3")), 120 * 15);
+    QCOMPARE(NoteRow(env, 1), QStringLiteral("1|0||3600|1800|"));
 }
 
 void TestNoteSaving::autosaveWaitsForDialogTransaction()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), 1);
-    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
-
+    FrmPost* note = OpenStickyNote(notes, QString(), 1, 1500, 1500);
     // A dialog holds its transaction while the user types into the note.
     env.db().BeginTrans();
     env.db().ExecuteSql(QStringLiteral("UPDATE MSTCLASS SET CLASS = 'dialog work'"));
@@ -166,8 +97,8 @@ void TestNoteSaving::autosaveWaitsForDialogTransaction()
 
     // The dialog is cancelled: its work goes, the note's text is written afterwards.
     env.db().RollbackTrans();
-    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
-    QCOMPARE(Memo(env, 1), QStringLiteral("typed while the dialog was up"));
+    QTRY_COMPARE_WITH_TIMEOUT(NoteRow(env, 1), QStringLiteral("1|1|1|1500|1500|typed while the dialog was up"),
+                              SaveWaitMs);
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = 'dialog work'")), 0);
 }
 
@@ -175,16 +106,14 @@ void TestNoteSaving::nothingWrittenAfterRestore()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("before"), 1);
-    QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("before"), 1);
     // The restored file says something else about slot 1; this run must leave it so.
-    env.db().ExecuteSql(
-        QStringLiteral("UPDATE TRNGENERAL SET MEMO1 = 'restored', DATAS3 = '1' WHERE CODE = 501 AND DATAN1 = 1"));
+    const QString restored = NoteRow(env, 1);
     env.services.state.RestoreDone = true;
     Type(note, QStringLiteral("after"));
     QTest::qWait(SaveWaitMs);
     notes.SaveAtExit();
-    QCOMPARE(Memo(env, 1), QStringLiteral("restored"));
+    QCOMPARE(NoteRow(env, 1), restored);
 }
 
 void TestNoteSaving::exitDuringDialogStillSavesNotes()
@@ -193,18 +122,55 @@ void TestNoteSaving::exitDuringDialogStillSavesNotes()
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
-    FrmPost* note = OpenNote(*main.stickyNotes(), QStringLiteral("ログアウト直前のメモ"), 6);
-    QVERIFY(note);
+    OpenStickyNote(*main.stickyNotes(), QStringLiteral("ログアウト直前のメモ"), 6, 300, 300);
     // The session ends while a dialog still holds its transaction.
     env.db().BeginTrans();
     env.db().ExecuteSql(QStringLiteral("UPDATE MSTCLASS SET CLASS = 'dialog work'"));
     main.Form_Unload();
-
     env.open();
-    const Row row = NoteRow(env, 1);
-    QCOMPARE(row.text(QStringLiteral("DATAS3")), QStringLiteral("1"));
-    QCOMPARE(row.text(QStringLiteral("MEMO1")), QStringLiteral("ログアウト直前のメモ"));
+    QCOMPARE(NoteRow(env, 1), QStringLiteral("1|1|6|300|300|ログアウト直前のメモ"));
     QCOMPARE(env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = 'dialog work'")), 0);
+}
+
+void TestNoteSaving::openNotesReopenOnLowestSlots()
+{
+    TestEnvironment env;
+    env.services.connection.reset();
+    const QString openRows =
+        QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 AND DATAS3 = '1' ORDER BY DATAN1");
+    {
+        FrmMain main(env.services);
+        QVERIFY(main.Form_Load());
+        QList<FrmPost*> open;
+        for (int i = 1; i <= 5; ++i)
+            open << OpenStickyNote(*main.stickyNotes(), QStringLiteral("note %1").arg(i), i, 1500 * i, 750 * i);
+        for (int peeled : {1, 3, 4})
+            open[peeled - 1]->MnuClose_Click();
+        // In the very corner: a place that must not read back as "no place given".
+        open[4]->move(0, 0);
+        main.Form_Unload();
+    }
+    env.open();
+    QCOMPARE(Lines(env.db(), openRows, NoteColumns),
+             QStringList({QStringLiteral("2|1|2|3000|1500|note 2"), QStringLiteral("5|1|5|1|0|note 5")}));
+    QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("CODE = 501 AND DATAS3 = '0'")), 28);
+
+    // The next start: the two notes take slots 1 and 2, and the rows follow them at once,
+    // so that a crash now brings back two notes, not four.
+    env.services.connection.reset();
+    env.services.state = AppState{};
+    FrmMain main(env.services);
+    QVERIFY(main.Form_Load());
+    auto* first = qobject_cast<FrmPost*>(env.services.state.StickyNotes[1].window.data());
+    QVERIFY(first);
+    QCOMPARE(Control<QPlainTextEdit>(first, "TxtPost")->toPlainText(), QStringLiteral("note 2"));
+    QCOMPARE(first->pos(), QPoint(200, 100));
+    auto* corner = qobject_cast<FrmPost*>(env.services.state.StickyNotes[2].window.data());
+    QVERIFY(corner && corner->testAttribute(Qt::WA_Moved));
+    QCOMPARE(corner->pos(), QPoint(0, 0));
+    QCOMPARE(Lines(env.db(), openRows, NoteColumns),
+             QStringList({QStringLiteral("1|1|2|3000|1500|note 2"), QStringLiteral("2|1|5|1|0|note 5")}));
+    main.Form_Unload();
 }
 
 VERDALY_TEST(TestNoteSaving)

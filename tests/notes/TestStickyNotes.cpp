@@ -1,8 +1,11 @@
+// The note window and the slot table: which slot a note takes, its colour, its place.
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
 #include "support/TestKit.h"
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QtTest>
@@ -12,152 +15,92 @@ class TestStickyNotes final : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup();
+    void cleanup() { CloseStickyNoteWindows(); }
     void thirtyFirstNoteRefusedAndFreedSlotReused();
-    void colourIndexShown_data();
-    void colourIndexShown();
-    void menuColourEntrySetsSlot_data();
-    void menuColourEntrySetsSlot();
+    void colourShown_data();
+    void colourShown();
     void handOverPlace_data();
     void handOverPlace();
-    void dragMovesNoteWithoutSelecting();
-    void mainWindowEmptyNote_data();
-    void mainWindowEmptyNote();
+    void editorHandsEntryToNote_data();
+    void editorHandsEntryToNote();
 };
-
-namespace {
-
-FrmPost* OpenNote(StickyNotes& notes, const QString& text, int colour, int left = 0, int top = 0)
-{
-    StickyNoteSlot& handOver = notes.app().state.StickyNotes[0];
-    handOver.text = text;
-    handOver.colorIndex = colour;
-    handOver.left = left;
-    handOver.top = top;
-    return notes.NewStickyNote();
-}
-
-QAction* MenuEntry(FrmPost* note, const char* name)
-{
-    return Control<QAction>(note->menu(), name);
-}
-
-} // namespace
-
-void TestStickyNotes::cleanup()
-{
-    QList<FrmPost*> notes;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* note = qobject_cast<FrmPost*>(widget))
-            notes << note;
-    }
-    qDeleteAll(notes);
-}
 
 void TestStickyNotes::thirtyFirstNoteRefusedAndFreedSlotReused()
 {
     TestEnvironment env;
     StickyNotes notes(env.services);
     QList<FrmPost*> open;
-    for (int i = 1; i <= 30; ++i) {
-        FrmPost* note = OpenNote(notes, QStringLiteral("note %1").arg(i), 1);
-        QVERIFY(note);
-        QCOMPARE(note->slot(), i);
-        open << note;
-    }
+    for (int i = 1; i <= 30; ++i)
+        open << OpenStickyNote(notes, QStringLiteral("note %1").arg(i), 1);
+    QCOMPARE(open.back()->slot(), 30);
     QVERIFY(env.prompter.shown.isEmpty());
 
-    QCOMPARE(OpenNote(notes, QStringLiteral("one too many"), 2), nullptr);
+    QCOMPARE(OpenStickyNote(notes, QStringLiteral("one too many"), 2), nullptr);
     QCOMPARE(env.prompter.texts(), QStringList{QStringLiteral("これ以上付箋を表示することはできません。")});
     QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Warning);
 
     open[6]->MnuClose_Click();
-    QTest::qWait(0);
-    QVERIFY(!env.services.state.StickyNotes[7].inUse);
-    FrmPost* again = OpenNote(notes, QStringLiteral("in the gap"), 3);
+    FrmPost* again = OpenStickyNote(notes, QStringLiteral("in the gap"), 3);
     QVERIFY(again);
     QCOMPARE(again->slot(), 7);
     QCOMPARE(env.services.state.StickyNotes[7].text, QStringLiteral("in the gap"));
-    QCOMPARE(env.prompter.shown.size(), 1);
 }
 
-void TestStickyNotes::colourIndexShown_data()
+void TestStickyNotes::colourShown_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QColor>("shown");
-    QTest::addColumn<QString>("checkedEntry");
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<int>("entryIndex");
     // clang-format off
-    QTest::newRow("0 black") << 0 << QColor(0, 0, 0) << "MnuBlack";
-    QTest::newRow("1 blue") << 1 << QColor(0, 0, 192) << "MnuBlue";
-    QTest::newRow("2 grey") << 2 << QColor(192, 192, 192) << "MnuGray";
-    QTest::newRow("3 green") << 3 << QColor(0, 128, 0) << "MnuGreen";
-    QTest::newRow("4 orange") << 4 << QColor(255, 128, 0) << "MnuOrange";
-    QTest::newRow("5 red") << 5 << QColor(192, 0, 0) << "MnuRed";
-    QTest::newRow("6 yellow") << 6 << QColor(192, 192, 0) << "MnuYellow";
-    QTest::newRow("7 black") << 7 << QColor(0, 0, 0) << "MnuBlack";
-    QTest::newRow("-1 black") << -1 << QColor(0, 0, 0) << "MnuBlack";
+    QTest::newRow("0 black") << 0 << QColor(0, 0, 0) << "MnuBlack" << 0;
+    QTest::newRow("1 blue") << 1 << QColor(0, 0, 192) << "MnuBlue" << 1;
+    QTest::newRow("2 grey") << 2 << QColor(192, 192, 192) << "MnuGray" << 2;
+    QTest::newRow("3 green") << 3 << QColor(0, 128, 0) << "MnuGreen" << 3;
+    QTest::newRow("4 orange") << 4 << QColor(255, 128, 0) << "MnuOrange" << 4;
+    QTest::newRow("5 red") << 5 << QColor(192, 0, 0) << "MnuRed" << 5;
+    QTest::newRow("6 yellow") << 6 << QColor(192, 192, 0) << "MnuYellow" << 6;
+    QTest::newRow("7 black") << 7 << QColor(0, 0, 0) << "MnuBlack" << 0;
+    QTest::newRow("-1 black") << -1 << QColor(0, 0, 0) << "MnuBlack" << 0;
     // clang-format on
 }
 
-void TestStickyNotes::colourIndexShown()
+void TestStickyNotes::colourShown()
 {
     QFETCH(int, index);
     QFETCH(QColor, shown);
-    QFETCH(QString, checkedEntry);
-    TestEnvironment env;
-    StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), index);
-    QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), shown);
-    QVERIFY(MenuEntry(note, checkedEntry.toLatin1().constData())->isChecked());
-    // Whatever the colour, the text stays dark on a light paper.
-    const QColor paper = note->palette().color(QPalette::Window);
-    const QColor ink = Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text);
-    QVERIFY2(paper.lightness() - ink.lightness() > 120, qPrintable(paper.name() + QLatin1Char('/') + ink.name()));
-}
-
-void TestStickyNotes::menuColourEntrySetsSlot_data()
-{
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<int>("index");
-    // clang-format off
-    QTest::newRow("red") << "MnuRed" << 5;
-    QTest::newRow("blue") << "MnuBlue" << 1;
-    QTest::newRow("yellow") << "MnuYellow" << 6;
-    QTest::newRow("green") << "MnuGreen" << 3;
-    QTest::newRow("orange") << "MnuOrange" << 4;
-    QTest::newRow("grey") << "MnuGray" << 2;
-    QTest::newRow("black") << "MnuBlack" << 0;
-    // clang-format on
-}
-
-void TestStickyNotes::menuColourEntrySetsSlot()
-{
     QFETCH(QString, entry);
-    QFETCH(int, index);
+    QFETCH(int, entryIndex);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QString(), index == 4 ? 1 : 4);
-    QMenu* colours = Control<QMenu>(note->menu(), "MnuColor");
-    QVERIFY(colours);
-    QCOMPARE(colours->title(), QStringLiteral("色変更"));
-    QAction* action = MenuEntry(note, entry.toLatin1().constData());
-    QVERIFY(colours->actions().contains(action));
-    action->trigger();
-    QCOMPARE(env.services.state.StickyNotes[1].colorIndex, index);
-    QCOMPARE(note->colorIndex(), index);
+    FrmPost* note = OpenStickyNote(notes, QString(), index);
+    QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), shown);
+    auto* action = Control<QAction>(note->menu(), entry.toLatin1().constData());
+    QVERIFY(action->isChecked());
+    // Whatever the colour, the text stays dark on a light paper.
+    const int paper = note->palette().color(QPalette::Window).lightness();
+    QVERIFY2(paper - Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text).lightness() > 120,
+             qPrintable(QString::number(paper)));
+
+    // The same entry chosen from the menu of a note in another colour gives the same.
+    FrmPost* other = OpenStickyNote(notes, QString(), index == 3 ? 4 : 3);
+    Control<QAction>(Control<QMenu>(other->menu(), "MnuColor"), entry.toLatin1().constData())->trigger();
+    QCOMPARE(Control<NoteShape>(other, "ShpColor")->color(), shown);
+    QCOMPARE(env.services.state.StickyNotes[2].colorIndex, entryIndex);
 }
 
 void TestStickyNotes::handOverPlace_data()
 {
     QTest::addColumn<int>("left");
     QTest::addColumn<int>("top");
-    QTest::addColumn<bool>("moved");
+    // Pixels at 96 dpi; (-1, -1): the desktop's own place; (-2, -2): anywhere wholly on screen.
     QTest::addColumn<QPoint>("place");
     // clang-format off
-    QTest::newRow("0, 0 keeps the default place") << 0 << 0 << false << QPoint();
-    QTest::newRow("left alone moves") << 1500 << 0 << true << QPoint(100, 0);
-    QTest::newRow("top alone moves") << 0 << 3000 << true << QPoint(0, 200);
-    QTest::newRow("both") << 4500 << 1500 << true << QPoint(300, 100);
+    QTest::newRow("0, 0 keeps the default place") << 0 << 0 << QPoint(-1, -1);
+    QTest::newRow("left alone moves") << 1500 << 0 << QPoint(100, 0);
+    QTest::newRow("top alone moves") << 0 << 3000 << QPoint(0, 200);
+    QTest::newRow("both") << 4500 << 1500 << QPoint(300, 100);
+    QTest::newRow("off every screen") << 150000 << 150000 << QPoint(-2, -2);
     // clang-format on
 }
 
@@ -165,73 +108,52 @@ void TestStickyNotes::handOverPlace()
 {
     QFETCH(int, left);
     QFETCH(int, top);
-    QFETCH(bool, moved);
     QFETCH(QPoint, place);
     TestEnvironment env;
     StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("場所"), 2, left, top);
-    QCOMPARE(note->testAttribute(Qt::WA_Moved), moved);
-    if (moved) {
+    FrmPost* note = OpenStickyNote(notes, QStringLiteral("場所"), 2, left, top);
+    QCOMPARE(note->testAttribute(Qt::WA_Moved), place != QPoint(-1, -1));
+    if (place == QPoint(-2, -2))
+        QVERIFY(note->screen()->availableGeometry().contains(note->frameGeometry()));
+    else if (place != QPoint(-1, -1))
         QCOMPARE(note->pos(), place);
-        QCOMPARE(env.services.state.StickyNotes[1].left, left);
-        QCOMPARE(env.services.state.StickyNotes[1].top, top);
-    }
 }
 
-void TestStickyNotes::dragMovesNoteWithoutSelecting()
+void TestStickyNotes::editorHandsEntryToNote_data()
 {
-    TestEnvironment env;
-    StickyNotes notes(env.services);
-    FrmPost* note = OpenNote(notes, QStringLiteral("drag me by the text"), 6, 1500, 1500);
-    QVERIFY(QTest::qWaitForWindowExposed(note));
-    auto* text = Control<QPlainTextEdit>(note, "TxtPost");
-    QWidget* viewport = text->viewport();
-    const QPoint start(20, 10);
-    // The pointer's path on the screen; the note under it moves along.
-    const QPoint globalStart = viewport->mapToGlobal(start);
-    QTest::mousePress(viewport, Qt::LeftButton, {}, start);
-    for (int step = 1; step <= 4; ++step) {
-        QMouseEvent move(QEvent::MouseMove, QPointF(start + QPoint(15 * step, 10 * step)),
-                         QPointF(globalStart + QPoint(15 * step, 10 * step)), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
-        QApplication::sendEvent(viewport, &move);
-    }
-    QTest::mouseRelease(viewport, Qt::LeftButton, {}, start + QPoint(60, 40));
-    QCOMPARE(note->pos(), QPoint(160, 140));
-    QVERIFY(!text->textCursor().hasSelection());
-    QCOMPARE(env.services.state.StickyNotes[1].left, 160 * 15);
-    QCOMPARE(env.services.state.StickyNotes[1].top, 140 * 15);
-}
-
-void TestStickyNotes::mainWindowEmptyNote_data()
-{
-    QTest::addColumn<double>("draw");
-    QTest::addColumn<int>("colour");
+    QTest::addColumn<bool>("task");
+    QTest::addColumn<bool>("post");
     // clang-format off
-    QTest::newRow("0.0 black") << 0.0 << 0;
-    QTest::newRow("0.5 green") << 0.5 << 3;
-    QTest::newRow("0.999 yellow") << 0.999 << 6;
+    QTest::newRow("schedule, asked") << false << true;
+    QTest::newRow("task, asked") << true << true;
+    QTest::newRow("schedule, not asked") << false << false;
     // clang-format on
 }
 
-void TestStickyNotes::mainWindowEmptyNote()
+void TestStickyNotes::editorHandsEntryToNote()
 {
-    QFETCH(double, draw);
-    QFETCH(int, colour);
+    QFETCH(bool, task);
+    QFETCH(bool, post);
     TestEnvironment env;
     env.services.connection.reset();
     FrmMain main(env.services);
     QVERIFY(main.Form_Load());
-    // Left over from a note handed over earlier: a new empty note must not take it.
-    env.services.state.StickyNotes[0].text = QStringLiteral("earlier entry");
-    env.random.values = {draw};
-    main.NewEmptyStickyNote();
+    env.random.values = {0.5, 0.5};
+    ModalAnswer answer([post](QWidget* editor) {
+        Control<QLineEdit>(editor, "TxtYouken")->setText(QStringLiteral("会議 it's on"));
+        Control<QCheckBox>(editor, "ChkPost")->setChecked(post);
+        Click(editor, "ComOK");
+    });
+    if (task)
+        main.NewTask(QDate(2026, 11, 24));
+    else
+        main.NewSchedule(QDate(2026, 11, 24));
+    QVERIFY(answer.opened() && !answer.stayedOpen());
     const StickyNoteSlot& slot = env.services.state.StickyNotes[1];
-    QVERIFY(slot.inUse);
-    auto* note = qobject_cast<FrmPost*>(slot.window.data());
-    QVERIFY(note);
-    QCOMPARE(note->colorIndex(), colour);
-    QCOMPARE(Control<QPlainTextEdit>(note, "TxtPost")->toPlainText(), QString());
+    QCOMPARE(slot.inUse, post);
+    QCOMPARE(slot.text.contains(QStringLiteral("\n会議 it's on")), post);
+    if (post)
+        QCOMPARE(qobject_cast<FrmPost*>(slot.window.data())->colorIndex(), 3);
     main.Form_Unload();
 }
 

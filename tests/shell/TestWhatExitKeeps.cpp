@@ -99,7 +99,7 @@ void TestWhatExitKeeps::openNotesSurviveAStartAndAnExit_data()
 {
     QTest::addColumn<QStringList>("notes"); // slot|colour|left|top|text of each open note
     // clang-format off
-    QTest::newRow("two notes, apostrophe and two lines") << QStringList{"1|0|0|0|it's", "2|5|4500|600|一行目\n二行目"};
+    QTest::newRow("two notes, apostrophe and two lines") << QStringList{"1|0|300|300|it's", "2|5|4500|600|一行目\n二行目"};
     QTest::newRow("empty note") << QStringList{"1|2|150|150|"};
     // clang-format on
 }

@@ -1,5 +1,7 @@
 #include "support/TestKit.h"
 
+#include "notes/FrmPost.h"
+#include "notes/StickyNotes.h"
 #include "store/SqlText.h"
 
 #include <QAbstractButton>
@@ -258,3 +260,24 @@ EditAnswer::EditAnswer(const QString& text, bool pressOk)
           Click(dialog, pressOk ? "ComOK" : "ComCancel");
       })
 {}
+
+FrmPost* OpenStickyNote(StickyNotes& notes, const QString& text, int colour, int left, int top)
+{
+    StickyNoteSlot& handOver = notes.app().state.StickyNotes[0];
+    handOver.text = text;
+    handOver.colorIndex = colour;
+    handOver.left = left;
+    handOver.top = top;
+    return notes.NewStickyNote();
+}
+
+void CloseStickyNoteWindows()
+{
+    // Collected first: deleting a note deletes its menus, which are top-level widgets too.
+    QList<FrmPost*> notes;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* note = qobject_cast<FrmPost*>(widget))
+            notes << note;
+    }
+    qDeleteAll(notes);
+}

@@ -158,3 +158,12 @@ private:
     std::shared_ptr<QString> m_initialText = std::make_shared<QString>();
     ModalAnswer m_answer;
 };
+
+// ---- sticky notes -------------------------------------------------------------------------
+class FrmPost;
+class StickyNotes;
+// Opens a note the way every caller does, through the hand-over slot 0 (place in twips;
+// 0, 0 leaves it where the desktop puts it). Answers nullptr when all 30 slots are taken.
+FrmPost* OpenStickyNote(StickyNotes& notes, const QString& text, int colour, int left = 0, int top = 0);
+// Deletes every note window still open, so that the next test starts with none.
+void CloseStickyNoteWindows();

@@ -20,10 +20,11 @@ QString VirtualDesktop::start(const QString& screenSize, bool withWindowManager)
     const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
     if (xvfb.isEmpty())
         return QStringLiteral("Xvfb is needed (scripts/test installs it)");
-    // -displayfd: the server picks a free display and writes its number on stdout.
-    m_server.start(xvfb,
-                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                    screenSize + QStringLiteral("x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    // -displayfd: the server picks a free display and writes its number on stdout. No key
+    // repeat: on a loaded machine a key held a few hundred milliseconds would type twice.
+    m_server.start(xvfb, {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                          QStringLiteral("0"), screenSize + QStringLiteral("x24"), QStringLiteral("-nolisten"),
+                          QStringLiteral("tcp"), QStringLiteral("-ardelay"), QStringLiteral("60000")});
     if (!m_server.waitForStarted())
         return QStringLiteral("Xvfb did not start");
     QElapsedTimer waited;
