@@ -1,4 +1,3 @@
-#include "calendarcontrol/CalendarDesign.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "support/TestKit.h"
 
@@ -7,15 +6,14 @@
 #include <QToolTip>
 #include <QtTest>
 
-// Holidays on the month grid: which shown days carry them, the switch, and the painting.
+// Holidays on the month grid: which shown days carry them, the painting and the tip (the
+// switch that hides them is tested with the settings dialog that sets it).
 class TestHolidayMarks final : public QObject
 {
     Q_OBJECT
 
 private slots:
     void neighbouringMonthsToo();
-    void showSetting_data();
-    void showSetting();
     void paintHolidayAndDayOff();
     void toolTip_data();
     void toolTip();
@@ -34,31 +32,6 @@ void TestHolidayMarks::neighbouringMonthsToo()
     calendar.setFirstDayOfWeek(2);
     calendar.setCurrentDate(QDate(2026, 9, 1));
     QCOMPARE(calendar.holidayName(QDate(2026, 9, 22)), QStringLiteral("国民の休日"));
-}
-
-void TestHolidayMarks::showSetting_data()
-{
-    QTest::addColumn<int>("stored"); // DATAN1 of row 317; -1: no row
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("no row") << -1 << true;
-    QTest::newRow("on") << 1 << true;
-    QTest::newRow("off") << 0 << false;
-}
-
-void TestHolidayMarks::showSetting()
-{
-    QFETCH(int, stored);
-    QFETCH(bool, shown);
-    TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 317"));
-    if (stored >= 0)
-        StoreGeneral(env.db(), 317, {{QStringLiteral("DATAN1"), stored}});
-    HalvernCalendar calendar;
-    calendar.setHolidaysShown(!shown); // the design must set it either way
-    calendar.setCurrentDate(QDate(2026, 5, 10));
-    ApplyCalendarDesign(env.db(), calendar);
-    QCOMPARE(calendar.holidaysShown(), shown);
-    QCOMPARE(calendar.holidayName(QDate(2026, 5, 6)).isEmpty(), !shown);
 }
 
 void TestHolidayMarks::paintHolidayAndDayOff()

@@ -1,5 +1,5 @@
-// "祝日を表示": loaded from CODE 317 (no row reads as on), written by OK (the row is added to a
-// database that lacks it), and obeyed by the calendar afterwards.
+// "祝日を表示": read from CODE 317 by the calendar and the dialog alike (no row reads as on),
+// written by OK (the row is added to a database that lacks it), and obeyed afterwards.
 #include "calendarcontrol/CalendarDesign.h"
 #include "calendarcontrol/HalvernCalendar.h"
 #include "settings/FrmSetting.h"
@@ -34,6 +34,12 @@ void TestSettingHolidayOption::toggleAndSave()
     env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 317"));
     if (stored >= 0)
         StoreGeneral(env.db(), 317, {{QStringLiteral("DATAN1"), stored}});
+    HalvernCalendar calendar;
+    calendar.setHolidaysShown(!checked); // the design must set it either way
+    calendar.setCurrentDate(QDate(2026, 5, 10));
+    ApplyCalendarDesign(env.db(), calendar);
+    QCOMPARE(calendar.holidaysShown(), checked);
+    QCOMPARE(calendar.holidayName(QDate(2026, 5, 6)).isEmpty(), !checked);
     FrmSetting dialog(env.services);
     auto* box = Control<QAbstractButton>(&dialog, "ChkHoliday");
     QCOMPARE(box->isChecked(), checked);
@@ -41,7 +47,6 @@ void TestSettingHolidayOption::toggleAndSave()
     Click(&dialog, "ComOK");
     QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 317"), {QStringLiteral("DATAN1")}),
              QStringList{checked ? QStringLiteral("0") : QStringLiteral("1")});
-    HalvernCalendar calendar;
     ApplyCalendarDesign(env.db(), calendar);
     QCOMPARE(calendar.holidaysShown(), !checked);
 }
