@@ -1,8 +1,8 @@
 // The hot keys on a real X server with a window manager: pressed while another program has
 // the focus, and a combination another X client holds reported.
 #include "common/Clock.h"
-#include "support/DesktopSession.h"
 #include "support/TestKit.h"
+#include "support/VirtualDesktop.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -27,14 +27,30 @@ private:
     bool waitForWindow(const QString& search, QString* window = nullptr, bool gone = false);
     void grabElsewhere(xcb_keysym_t keysym, uint16_t modifiers);
 
-    DesktopSession m_desktop;
+    VirtualDesktop m_desktop;
     xcb_connection_t* m_otherClient = nullptr;
 };
 
+namespace {
+
+bool WaitUntil(const std::function<bool()>& condition, int timeoutMs = 20000)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < timeoutMs) {
+        if (condition())
+            return true;
+        QTest::qWait(100);
+    }
+    return condition();
+}
+
+} // namespace
+
 void TestHotKeysEndToEnd::initTestCase()
 {
-    QString why;
-    QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1024x768"), true), qPrintable(why));
+    const QString failed = m_desktop.start(QStringLiteral("1024x768"), true);
+    QVERIFY2(failed.isEmpty(), qPrintable(failed));
 }
 
 void TestHotKeysEndToEnd::cleanupTestCase()

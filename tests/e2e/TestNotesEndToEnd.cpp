@@ -2,8 +2,8 @@
 // outright or told to stop and started again: every note must come back with its text,
 // its colour and its place.
 #include "notes/StickyNoteColors.h"
-#include "support/DesktopSession.h"
 #include "support/TestKit.h"
+#include "support/VirtualDesktop.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -74,13 +74,13 @@ private:
     QList<SeenNote> seeNotes(qint64 pid);
     void start(QProcess& calendar, const QString& dataDir);
 
-    DesktopSession m_desktop;
+    VirtualDesktop m_desktop;
 };
 
 void TestNotesEndToEnd::initTestCase()
 {
-    QString why;
-    QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1024x768"), true), qPrintable(why));
+    const QString why = m_desktop.start(QStringLiteral("1024x768"), true);
+    QVERIFY2(why.isEmpty(), qPrintable(why));
 }
 
 QStringList TestNotesEndToEnd::windows(qint64 pid, const QString& title)

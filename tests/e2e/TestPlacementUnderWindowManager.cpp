@@ -2,8 +2,8 @@
 // window comes back exactly where and as big as it was, maximised or not, and always on
 // its screen.
 #include "shell/IniFile.h"
-#include "support/DesktopSession.h"
 #include "support/TestKit.h"
+#include "support/VirtualDesktop.h"
 
 #include <QtTest>
 
@@ -17,6 +17,18 @@ QStringList IniLines(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+bool WaitFor(const std::function<bool()>& condition, int timeoutMs)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > timeoutMs)
+            return false;
+        QTest::qWait(100);
+    }
+    return true;
 }
 
 } // namespace
@@ -34,14 +46,14 @@ private:
     // Starts the program, lets it settle, acts on its window, then stops it as the desktop would.
     void runOnce(const QString& dataDir, const QString& action, bool expectMaximised, bool* wasMaximised, QRect* frame);
 
-    DesktopSession m_desktop;
+    VirtualDesktop m_desktop;
 };
 
 void TestPlacementUnderWindowManager::initTestCase()
 {
     QVERIFY(QFileInfo(VerdalyProgram()).isExecutable());
-    QString why;
-    QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1280x1024"), true), qPrintable(why));
+    const QString error = m_desktop.start(QStringLiteral("1280x1024"), true);
+    QVERIFY2(error.isEmpty(), qPrintable(error));
 }
 
 void TestPlacementUnderWindowManager::runOnce(const QString& dataDir, const QString& action, bool expectMaximised,
@@ -53,7 +65,7 @@ void TestPlacementUnderWindowManager::runOnce(const QString& dataDir, const QStr
     program.start(VerdalyProgram(), {QStringLiteral("--data-dir"), dataDir});
     QVERIFY(program.waitForStarted());
     QStringList windows;
-    QVERIFY2(WaitUntil([&] { return !(windows = m_desktop.visibleWindows(program.processId())).isEmpty(); }, 20000),
+    QVERIFY2(WaitFor([&] { return !(windows = m_desktop.windowsOf(program.processId())).isEmpty(); }, 20000),
              "no window appeared");
     const QString window = windows.first();
     QTest::qWait(1500); // the frame arrives and the size is made exact
@@ -69,14 +81,14 @@ void TestPlacementUnderWindowManager::runOnce(const QString& dataDir, const QStr
         for (int attempt = 0; attempt < 3 && !done; ++attempt) {
             m_desktop.run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"),
                                                       window, QStringLiteral("key"), QStringLiteral("alt+F10")});
-            done = WaitUntil(maximised, 6000);
+            done = WaitFor(maximised, 6000);
         }
         QVERIFY(done);
         QTest::qWait(500);
     }
     // A busy machine may take a while to hand the maximised state to the manager; a window
     // that should come back maximised is given that while, one that should not is read now.
-    *wasMaximised = expectMaximised ? WaitUntil(maximised, 10000) : maximised();
+    *wasMaximised = expectMaximised ? WaitFor(maximised, 10000) : maximised();
     // The frame window is the client's parent's parent under a reparenting manager; the
     // extents give it from the client's own geometry.
     const QString info = m_desktop.run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), window});

@@ -1,6 +1,5 @@
 #include "support/DesktopSession.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -58,46 +57,23 @@ void Stop(QProcess& process)
 
 } // namespace
 
-QString VerdalyProgram()
-{
-    return QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly"));
-}
-
 DesktopSession::~DesktopSession()
 {
     Stop(m_server);
     Stop(m_bus);
-    Stop(m_windowManager);
     Stop(m_xvfb);
 }
 
-bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool withWindowManager)
+bool DesktopSession::startDisplay(QString* why)
 {
-    // No key repeat: on a loaded machine a key held a few hundred milliseconds would type twice.
     QString number;
     if (!StartAndReadLine(m_xvfb, QStringLiteral("Xvfb"),
                           {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                           QStringLiteral("0"), screenSize + QStringLiteral("x24"), QStringLiteral("-nolisten"),
-                           QStringLiteral("tcp"), QStringLiteral("-ardelay"), QStringLiteral("60000")},
+                           QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
+                           QStringLiteral("tcp")},
                           &number, why))
         return false;
     m_display = QLatin1Char(':') + number;
-    if (!withWindowManager)
-        return true;
-    m_windowManager.setProcessEnvironment(environment());
-    m_windowManager.start(QStringLiteral("jwm"), {});
-    if (!m_windowManager.waitForStarted()) {
-        *why = QStringLiteral("jwm is needed (scripts/test installs it)");
-        return false;
-    }
-    // The manager has taken over once it has set its check window on the root; a loaded
-    // machine may take a while, and a test that needs frames says so itself.
-    WaitUntil(
-        [&] {
-            return run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
-                .contains(QLatin1String("window id"));
-        },
-        30000);
     return true;
 }
 
@@ -122,7 +98,7 @@ bool DesktopSession::startNotificationServer(QString* why)
     const bool ready = WaitUntil(
         [&] {
             return m_server.state() == QProcess::Running &&
-                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}) == QLatin1String("false");
+                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}).trimmed() == QLatin1String("false");
         },
         15000);
     if (!ready)
@@ -149,7 +125,7 @@ QString DesktopSession::run(const QString& program, const QStringList& arguments
         process.kill();
         process.waitForFinished(2000);
     }
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    return QString::fromUtf8(process.readAllStandardOutput());
 }
 
 QStringList DesktopSession::visibleWindows(qint64 pid) const
@@ -162,7 +138,8 @@ QStringList DesktopSession::visibleWindows(qint64 pid) const
 int DesktopSession::shownNotifications() const
 {
     bool ok = false;
-    const int n = run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).toInt(&ok);
+    const int n =
+        run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).trimmed().toInt(&ok);
     return ok ? n : -1;
 }
 
