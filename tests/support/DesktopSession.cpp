@@ -1,5 +1,6 @@
 #include "support/DesktopSession.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -57,23 +58,46 @@ void Stop(QProcess& process)
 
 } // namespace
 
+QString VerdalyProgram()
+{
+    return QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly"));
+}
+
 DesktopSession::~DesktopSession()
 {
     Stop(m_server);
     Stop(m_bus);
+    Stop(m_windowManager);
     Stop(m_xvfb);
 }
 
-bool DesktopSession::startDisplay(QString* why)
+bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool withWindowManager)
 {
+    // No key repeat: on a loaded machine a key held a few hundred milliseconds would type twice.
     QString number;
     if (!StartAndReadLine(m_xvfb, QStringLiteral("Xvfb"),
                           {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                           QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
-                           QStringLiteral("tcp")},
+                           QStringLiteral("0"), screenSize + QStringLiteral("x24"), QStringLiteral("-nolisten"),
+                           QStringLiteral("tcp"), QStringLiteral("-ardelay"), QStringLiteral("60000")},
                           &number, why))
         return false;
     m_display = QLatin1Char(':') + number;
+    if (!withWindowManager)
+        return true;
+    m_windowManager.setProcessEnvironment(environment());
+    m_windowManager.start(QStringLiteral("jwm"), {});
+    if (!m_windowManager.waitForStarted()) {
+        *why = QStringLiteral("jwm is not installed (scripts/deps.sh installs it)");
+        return false;
+    }
+    // The manager has taken over once it has set its check window on the root; a test that
+    // needs frames waits for them itself.
+    WaitUntil(
+        [&] {
+            return run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
+                .contains(QLatin1String("window id"));
+        },
+        10000);
     return true;
 }
 
@@ -98,7 +122,7 @@ bool DesktopSession::startNotificationServer(QString* why)
     const bool ready = WaitUntil(
         [&] {
             return m_server.state() == QProcess::Running &&
-                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}).trimmed() == QLatin1String("false");
+                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}) == QLatin1String("false");
         },
         15000);
     if (!ready)
@@ -111,8 +135,14 @@ QProcessEnvironment DesktopSession::environment() const
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("DISPLAY"), m_display);
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-               m_busAddress.isEmpty() ? QStringLiteral("unix:path=/nonexistent/verdaly-test-bus") : m_busAddress);
+    // Without a bus of its own a bare display gets one that leads nowhere, so nothing reaches the
+    // developer's desktop; under a window manager the program keeps the caller's bus, which its
+    // frames and maximising need.
+    if (!m_busAddress.isEmpty())
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
+    else if (m_windowManager.state() == QProcess::NotRunning)
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                   QStringLiteral("unix:path=/nonexistent/verdaly-test-bus"));
     return env;
 }
 
@@ -125,7 +155,7 @@ QString DesktopSession::run(const QString& program, const QStringList& arguments
         process.kill();
         process.waitForFinished(2000);
     }
-    return QString::fromUtf8(process.readAllStandardOutput());
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
 QStringList DesktopSession::visibleWindows(qint64 pid) const
@@ -138,8 +168,7 @@ QStringList DesktopSession::visibleWindows(qint64 pid) const
 int DesktopSession::shownNotifications() const
 {
     bool ok = false;
-    const int n =
-        run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).trimmed().toInt(&ok);
+    const int n = run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).toInt(&ok);
     return ok ? n : -1;
 }
 

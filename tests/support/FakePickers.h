@@ -2,6 +2,7 @@
 
 #include "common/HotKeyBackend.h"
 #include "common/Pickers.h"
+#include "common/ProcessLauncher.h"
 
 #include <QList>
 #include <QMap>
@@ -77,5 +78,24 @@ public:
     {
         if (registered.values().contains({virtualKey, modifiers}))
             emit activated(virtualKey, modifiers);
+    }
+};
+
+// Records what would have been started; answers as told (started unless failing is set).
+class FakeLauncher final : public ProcessLauncher
+{
+public:
+    struct Start
+    {
+        QString program;
+        QStringList arguments;
+    };
+    QList<Start> started;
+    bool failing = false;
+
+    bool startDetached(const QString& program, const QStringList& arguments) override
+    {
+        started.append(Start{program, arguments});
+        return !failing;
     }
 };

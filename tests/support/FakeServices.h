@@ -6,7 +6,6 @@
 #include "common/Prompter.h"
 #include "common/RandomSource.h"
 #include "common/UrlOpener.h"
-#include "support/FakeLauncher.h"
 #include "support/FakePickers.h"
 
 #include <QDateTime>

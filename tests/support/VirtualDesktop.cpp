@@ -73,8 +73,3 @@ QStringList VirtualDesktop::windowsOf(qint64 pid) const
                                            QStringLiteral("--pid"), QString::number(pid)})
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
-
-QString VerdalyProgram()
-{
-    return QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly"));
-}

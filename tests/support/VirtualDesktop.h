@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/DesktopSession.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -30,6 +32,3 @@ private:
     QProcess m_windowManager;
     QString m_display;
 };
-
-// The real calendar program of this build.
-QString VerdalyProgram();
