@@ -51,39 +51,18 @@ void Seed(DatabaseConnection& db)
     StoreClass(db, 3, QStringLiteral("営業"), 1);
     StoreClass(db, 7, QStringLiteral("病院"), 2);
     StoreGeneral(db, 401, {{"DATAS1", "23:45"}, {"DATAN1", 1425}}); // one more time choice
-    StoredEntry s = Entry(5, "A4", "20060503", "14:30", "20060503", "15:00", QStringLiteral("歯医者"));
-    s.classId = 7;
-    s.alarm = "1";
-    s.comment = QStringLiteral("保険証を持参\n二行目");
-    s.endless = "x";
-    s.priority = 9;
-    s.completion = "y";
-    s.compDt = "z";
-    StoreEntry(db, s);
-    s = Entry(6, "D4", "20060503", "14:30", "", "15:00", QStringLiteral("歯医者"));
-    s.classId = 99;
-    StoreEntry(db, s);
-    StoredEntry t = Entry(8, "T2", "s", "t", "20060512", "17:00", QStringLiteral("見積書"));
-    t.endless = "1";
-    t.classId = 3;
-    t.alarm = "q";
-    t.priority = 3;
-    t.completion = "0";
-    t.comment = QStringLiteral("A社向け");
-    StoreEntry(db, t);
-    t.id = 10;
-    t.completion = "1";
-    t.compDt = "20060511";
-    t.endless = "0";
-    StoreEntry(db, t);
+    // ID, DATA, BUSINESS, STARTDT, STARTTM, ENDDT, ENDTM, ENDLESS, CLASS, ALARM, PRIORITY, COMPLETION, COMPDT,
+    // FROMTOKBN, COMMENT
+    // clang-format off
+    for (const StoredEntry& entry : {
+             StoredEntry{5, "1", "歯医者", "20060503", "14:30", "20060503", "15:00", "x", 7, "1", 9, "y", "z", "A4", "保険証を持参\n二行目"},
+             StoredEntry{6, "1", "歯医者", "20060503", "14:30", "", "15:00", "", 99, "0", 0, "", "", "D4", ""},
+             StoredEntry{8, "2", "見積書", "s", "t", "20060512", "17:00", "1", 3, "q", 3, "0", "", "T2", "A社向け"},
+             StoredEntry{10, "2", "見積書", "s", "t", "20060512", "17:00", "0", 3, "q", 3, "1", "20060511", "T2", "A社向け"}})
+        StoreEntry(db, entry);
+    // clang-format on
 }
 
-const QString NoSubject = QStringLiteral("予定を入力してください");
-const QString NoStart = QStringLiteral("開始日付を入力してください");
-const QString BadDates = QStringLiteral("日時の開始と終了日付が正しくありません");
-const QString BadTimes = QStringLiteral("日時の開始と終了時間が正しくありません");
-const QString NoName = QStringLiteral("タスク名を入力してください");
-const QString NoDeadline = QStringLiteral("期限を入力してください");
 const QString Now = QStringLiteral("UPDTIME=2026/11/22 09:30:00");
 
 } // namespace
@@ -113,11 +92,11 @@ private slots:
             << L{"TxtYouken=歯医者（再診）", "TxtStartDate=2006/05/04", "CmbStartTime=10:00", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0", "TxtSyousai=it's done"}
             << "" << L{"BUSINESS=歯医者（再診）", "STARTDT=20060504", "STARTTM=10:00", "ENDDT=", "ENDTM=", "CLASS=0", "ALARM=0", "FROMTOKBN=D3", "COMMENT=it's done", Now, "DATA=1", "ENDLESS=x", "PRIORITY=9", "COMPLETION=y", "COMPDT=z"} << L{};
         QTest::newRow("schedule whose class is gone") << "schedule" << 6 << L{"CmbBunrui=", "TxtEndDate=", "ChkAraamu=0"} << L{} << "" << L{"CLASS=0", "FROMTOKBN=D4"} << L{};
-        QTest::newRow("blank subject") << "schedule" << 0 << L{} << L{"TxtYouken=   "} << NoSubject << L{} << L{};
-        QTest::newRow("start that is no date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=あした"} << NoStart << L{} << L{};
-        QTest::newRow("end before start") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtEndDate=2006/04/30"} << BadDates << L{} << L{};
-        QTest::newRow("same day written differently, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/5/1", "CmbEndTime=09:00"} << BadTimes << L{} << L{};
-        QTest::newRow("no end date, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=11:00", "CmbEndTime=10:00"} << BadTimes << L{} << L{};
+        QTest::newRow("blank subject") << "schedule" << 0 << L{} << L{"TxtYouken=   "} << "予定を入力してください" << L{} << L{};
+        QTest::newRow("start that is no date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=あした"} << "開始日付を入力してください" << L{} << L{};
+        QTest::newRow("end before start") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtEndDate=2006/04/30"} << "日時の開始と終了日付が正しくありません" << L{} << L{};
+        QTest::newRow("same day written differently, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/5/1", "CmbEndTime=09:00"} << "日時の開始と終了時間が正しくありません" << L{} << L{};
+        QTest::newRow("no end date, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=11:00", "CmbEndTime=10:00"} << "日時の開始と終了時間が正しくありません" << L{} << L{};
         QTest::newRow("equal times") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/05/01", "CmbEndTime=10:00"} << "" << L{"FROMTOKBN=A5"} << L{};
         QTest::newRow("over midnight") << "schedule" << 0 << L{} << L{"TxtYouken=夜勤", "CmbStartTime=23:00", "TxtEndDate=2006/05/02", "CmbEndTime=01:00"} << "" << L{"FROMTOKBN=B4"} << L{};
         QTest::newRow("typed forms are tidied") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=2006/5/1", "CmbStartTime=9:5", "CmbEndTime=10:0"} << "" << L{"STARTDT=20060501", "STARTTM=09:05", "ENDTM=10:00", "FROMTOKBN=D4"} << L{};
@@ -133,10 +112,10 @@ private slots:
         QTest::newRow("task done, no date") << "task" << 10 << L{} << L{"ChkEnd=1", "TxtEnd=昨日"} << "" << L{"COMPLETION=1", "COMPDT="} << L{};
         QTest::newRow("task undone keeps the date") << "task" << 10 << L{"ChkEnd=1", "TxtEnd=2006/05/11"} << L{"ChkEnd=0"} << "" << L{"COMPLETION=0", "COMPDT=20060511"} << L{};
         QTest::newRow("task without deadline") << "task" << 0 << L{} << L{"TxtYouken=いつか読む本", "ChkEndNon=1"} << "" << L{"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"} << L{};
-        QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << NoName << L{} << L{};
-        QTest::newRow("task no deadline") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate="} << NoDeadline << L{} << L{};
-        QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << NoDeadline << L{} << L{};
-        QTest::newRow("task deadline that is no date") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=来週"} << NoDeadline << L{} << L{};
+        QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << "タスク名を入力してください" << L{} << L{};
+        QTest::newRow("task no deadline") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate="} << "期限を入力してください" << L{} << L{};
+        QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << "期限を入力してください" << L{} << L{};
+        QTest::newRow("task deadline that is no date") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=来週"} << "期限を入力してください" << L{} << L{};
         QTest::newRow("note, start only") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"} << "" << L{"FROMTOKBN=D3"} << L{"0.0", "0", "05/01 09:00\r\n会議\r\n3F"};
         QTest::newRow("note, end time") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00", "CmbEndTime=10:30"} << "" << L{"FROMTOKBN=D4"} << L{"0.5", "3", "05/01 09:00 - 10:30\r\n会議\r\n3F"};
         QTest::newRow("note, end date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "TxtEndDate=2006/05/03"} << "" << L{"FROMTOKBN=C1"} << L{"0.999", "6", "05/01  - 05/03 \r\n会議\r\n3F"};
@@ -360,25 +339,19 @@ private slots:
     void listLinkRefills_data()
     {
         QTest::addColumn<QString>("editor");
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<QString>("list");
-        QTest::addColumn<QString>("ok");
-        QTest::addColumn<QString>("combo");
-        QTest::addColumn<QStringList>("before"); // in sort order
-        QTest::addColumn<QStringList>("after");  // classes come back in the table's own order
+        QTest::addColumn<QStringList>("controls"); // the link, the list and OK of its dialog, the combo
+        QTest::addColumn<QStringList>("before");   // in sort order
+        QTest::addColumn<QStringList>("after");    // classes come back in the table's own order
         // clang-format off
-        QTest::newRow("classes") << "schedule" << "LabClass" << "LstClass" << "ComOk" << "CmbBunrui" << QStringList{"私用", "仕事"} << QStringList{"仕事", "改名"};
-        QTest::newRow("priorities") << "task" << "LabPriority" << "LstPriority" << "ComOK" << "CmbYusen" << QStringList{"高", "中", "低"} << QStringList{"改名", "中", "低"};
+        QTest::newRow("classes") << "schedule" << QStringList{"LabClass", "LstClass", "ComOk", "CmbBunrui"} << QStringList{"私用", "仕事"} << QStringList{"仕事", "改名"};
+        QTest::newRow("priorities") << "task" << QStringList{"LabPriority", "LstPriority", "ComOK", "CmbYusen"} << QStringList{"高", "中", "低"} << QStringList{"改名", "中", "低"};
         // clang-format on
     }
 
     void listLinkRefills()
     {
         QFETCH(QString, editor);
-        QFETCH(QString, link);
-        QFETCH(QString, list);
-        QFETCH(QString, ok);
-        QFETCH(QString, combo);
+        QFETCH(QStringList, controls);
         QFETCH(QStringList, before);
         QFETCH(QStringList, after);
         TestEnvironment env;
@@ -386,7 +359,7 @@ private slots:
         StoreClass(env.db(), 2, QStringLiteral("私用"), 1);
         Editor e(env, editor);
         e.dialog->show();
-        auto* box = Control<QComboBox>(e.w(), qPrintable(combo));
+        auto* box = Control<QComboBox>(e.w(), qPrintable(controls.at(3)));
         const auto items = [box] {
             QStringList texts;
             for (int i = 0; i < box->count(); ++i)
@@ -399,10 +372,10 @@ private slots:
         QCOMPARE(items(), before);
         // Confirmed: the list is read again, the choice kept.
         ModalAnswer rename([&](QWidget* dialog) {
-            Control<QListWidget>(dialog, qPrintable(list))->item(0)->setText(QStringLiteral("改名"));
-            Click(dialog, qPrintable(ok));
+            Control<QListWidget>(dialog, qPrintable(controls.at(1)))->item(0)->setText(QStringLiteral("改名"));
+            Click(dialog, qPrintable(controls.at(2)));
         });
-        QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(link)), Qt::LeftButton);
+        QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(controls.at(0))), Qt::LeftButton);
         QVERIFY(rename.opened());
         QCOMPARE(items(), after);
         QCOMPARE(box->currentText(), chosen);
