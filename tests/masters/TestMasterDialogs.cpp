@@ -208,7 +208,6 @@ private slots:
         EditHandOver handOver{kind, QStringLiteral("優先度 - 編集"), QStringLiteral("高い"), check, false};
         FrmEdit dialog(env.services, handOver);
         dialog.show();
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("優先度 - 編集"));
         QCOMPARE(Shown(&dialog, "TxtEdit"), QStringLiteral("高い"));
         QVERIFY(!Control(&dialog, "ChkCheck")->isVisible());
         QCOMPARE(Shown(&dialog, "ChkCheck"), checkShown ? QStringLiteral("1") : QStringLiteral("0"));
