@@ -10,7 +10,6 @@
 #include <QAccessible>
 #include <QDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QtTest>
@@ -71,54 +70,6 @@ private slots:
         QTRY_VERIFY(byReader.opened());
         QCOMPARE(byReader.menu(), menu);
         QVERIFY(env.services.state.MainWindowIdle);
-    }
-
-    void newEntryOnTheSelectedDay_data()
-    {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("dialog");
-        QTest::addColumn<QString>("dateBox");
-        QTest::addColumn<QString>("expectedRow"); // DATA|BUSINESS|STARTDT|ENDDT
-        QTest::newRow("schedule") << "MnuSchedule"
-                                  << "FrmSchedule"
-                                  << "TxtStartDate"
-                                  << "1|O'Neil と打合せ|20261125|";
-        QTest::newRow("task") << "MnuTask"
-                              << "FrmTask"
-                              << "TxtEndDate"
-                              << "2|O'Neil と打合せ||20261125";
-    }
-    void newEntryOnTheSelectedDay()
-    {
-        QFETCH(QString, item);
-        QFETCH(QString, dialog);
-        QFETCH(QString, dateBox);
-        QFETCH(QString, expectedRow);
-        TestEnvironment env;
-        auto main = StartMainWindow(env);
-        main->calendar()->setCurrentDate(QDate(2026, 11, 25));
-        const QString subject = QStringLiteral("O'Neil と打合せ");
-        bool idleWhileOpen = true;
-        QString shownDate;
-        QString opened;
-        MenuAnswer menu(item);
-        ModalAnswer editor([&](QWidget* window) {
-            idleWhileOpen = env.services.state.MainWindowIdle;
-            opened = window->objectName();
-            shownDate = Shown(window, dateBox);
-            Control<QLineEdit>(window, "TxtYouken")->setText(subject);
-            Click(window, "ComOK");
-        });
-        ClickControl(*main, QStringLiteral("LabScaedule"));
-        QCOMPARE(opened, dialog);
-        QCOMPARE(shownDate, QStringLiteral("2026/11/25"));
-        QVERIFY(!idleWhileOpen);
-        QVERIFY(env.services.state.MainWindowIdle);
-        QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNSCHTSK"), {"DATA", "BUSINESS", "STARTDT", "ENDDT"}),
-                 QStringList{expectedRow});
-        // The grid and the panel follow at once.
-        QVERIFY(main->calendar()->isEntryDay(QDate(2026, 11, 25)));
-        QCOMPARE(Shown(main.get(), "LabYotei(0)"), subject);
     }
 
     // The jump menu's month rule: the selected day is kept, unless today's day of the month is

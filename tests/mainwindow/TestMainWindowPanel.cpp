@@ -1,6 +1,7 @@
 // The grid and the panel read as a user reads them, and the panel's entry labels worked as
 // a user works them: a click opens the entry in its editor, the right button offers edit
-// and delete, and a delete asks first and closes the panel's gap after.
+// and delete, a delete asks first and closes the panel's gap after, and "Schedule" makes
+// new entries on the selected day.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "mainwindow/FrmMain.h"
 #include "support/MainWindowKit.h"
@@ -199,24 +200,28 @@ private slots:
         }
 
         // An empty label opens nothing, and its menu deletes nothing.
-        ModalAnswer editor([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
-        ClickControl(*main, QStringLiteral("LabYotei(2)"));
-        QTest::qWait(100);
-        QVERIFY(!editor.opened());
-        MenuAnswer menu(QStringLiteral("MnuScheduleDel"));
-        ClickControl(*main, QStringLiteral("LabYotei(2)"), Qt::RightButton);
-        QVERIFY(menu.opened());
-        QVERIFY(env.prompter.shown.size() == 1);
-        QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 2);
-        // A screen reader is offered the menu of a filled label only.
-        QAccessibleInterface* filled = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(0)"));
-        QAccessibleInterface* empty = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(2)"));
-        QCOMPARE(filled->text(QAccessible::Name), QStringLiteral("C"));
-        QVERIFY(empty->actionInterface()->actionNames().isEmpty());
-        MenuAnswer byReader{QString()};
-        filled->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
-        QTRY_VERIFY(byReader.opened());
-        QCOMPARE(byReader.menu(), QStringLiteral("MnuScheduleEditMenu"));
+        {
+            ModalAnswer editor([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
+            ClickControl(*main, QStringLiteral("LabYotei(2)"));
+            QTest::qWait(100);
+            QVERIFY(!editor.opened());
+            MenuAnswer menu(QStringLiteral("MnuScheduleDel"));
+            ClickControl(*main, QStringLiteral("LabYotei(2)"), Qt::RightButton);
+            QVERIFY(menu.opened());
+            QVERIFY(env.prompter.shown.size() == 1);
+            QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 2);
+            // A screen reader is offered the menu of a filled label only.
+            QAccessibleInterface* filled =
+                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(0)"));
+            QAccessibleInterface* empty =
+                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(2)"));
+            QCOMPARE(filled->text(QAccessible::Name), QStringLiteral("C"));
+            QVERIFY(empty->actionInterface()->actionNames().isEmpty());
+            MenuAnswer byReader{QString()};
+            filled->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+            QTRY_VERIFY(byReader.opened());
+            QCOMPARE(byReader.menu(), QStringLiteral("MnuScheduleEditMenu"));
+        }
 
         // The last two go, and the day loses its mark.
         for (int i = 0; i < 2; ++i) {
@@ -225,6 +230,35 @@ private slots:
         }
         QCOMPARE(PanelSubjects(*main), QStringList({"", "", ""}));
         QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 22)));
+
+        // "Schedule" makes a schedule or a task on the selected day; the grid and the panel
+        // follow at once.
+        main->calendar()->setCurrentDate(QDate(2026, 11, 25));
+        const QString subject = QStringLiteral("O'Neil と打合せ");
+        for (const auto& [item, dialog, dateBox] : {std::tuple{"MnuSchedule", "FrmSchedule", "TxtStartDate"},
+                                                    std::tuple{"MnuTask", "FrmTask", "TxtEndDate"}}) {
+            bool idleWhileOpen = true;
+            QString shownDate;
+            QString opened;
+            MenuAnswer entryMenu{QLatin1String(item)};
+            ModalAnswer newEntry([&, box = dateBox](QWidget* window) {
+                idleWhileOpen = env.services.state.MainWindowIdle;
+                opened = window->objectName();
+                shownDate = Shown(window, QLatin1String(box));
+                Control<QLineEdit>(window, "TxtYouken")->setText(subject);
+                Click(window, "ComOK");
+            });
+            ClickControl(*main, QStringLiteral("LabScaedule"));
+            QCOMPARE(opened, QLatin1String(dialog));
+            QCOMPARE(shownDate, QStringLiteral("2026/11/25"));
+            QVERIFY(!idleWhileOpen);
+            QVERIFY(env.services.state.MainWindowIdle);
+            QVERIFY(main->calendar()->isEntryDay(QDate(2026, 11, 25)));
+            QCOMPARE(Shown(main.get(), "LabYotei(0)"), subject);
+        }
+        QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNSCHTSK ORDER BY DATA"),
+                       {"DATA", "BUSINESS", "STARTDT", "ENDDT"}),
+                 QStringList({"1|O'Neil と打合せ|20261125|", "2|O'Neil と打合せ||20261125"}));
     }
 };
 
