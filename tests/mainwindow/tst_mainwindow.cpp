@@ -175,60 +175,24 @@ private slots:
         main.Form_Unload();
     }
 
-    void todayFollowsTheClock_data()
+    // With no input at all the grid follows the clock across midnight and sleep; a refresh
+    // that fails (the file locked by another program) leaves nothing stale behind and is made
+    // good by the next tick of time. Each clock setting is just before a midnight, so that
+    // the clock's next look comes within a moment.
+    void followingTheClock()
     {
-        QTest::addColumn<QDateTime>("before");
-        QTest::addColumn<QDate>("selected"); // invalid: left on today
-        QTest::addColumn<QDateTime>("after");
-        QTest::addColumn<QDate>("expectedSelection");
-        const QTime lastMoment(23, 59, 59, 850);
+        TestEnvironment env;
         // clang-format off
-        QTest::newRow("midnight") << QDateTime(QDate(2026, 11, 22), lastMoment) << QDate() << QDateTime(QDate(2026, 11, 23), QTime(0, 0, 0, 100)) << QDate(2026, 11, 23);
-        QTest::newRow("wake two days later") << QDateTime(QDate(2026, 12, 31), lastMoment) << QDate() << QDateTime(QDate(2027, 1, 2), QTime(8, 15)) << QDate(2027, 1, 2);
-        QTest::newRow("another selected day stays") << QDateTime(QDate(2026, 11, 22), lastMoment) << QDate(2026, 11, 5) << QDateTime(QDate(2026, 11, 23), QTime(0, 0, 1)) << QDate(2026, 11, 5);
-        // clang-format on
-    }
-    void todayFollowsTheClock()
-    {
-        QFETCH(QDateTime, before);
-        QFETCH(QDate, selected);
-        QFETCH(QDateTime, after);
-        QFETCH(QDate, expectedSelection);
-        TestEnvironment env;
-        const QString day = DateToStored(after.date());
-        StoreEntry(env.db(),
-                   Entry(1, QStringLiteral("A1"), day, QString(), day, QString(), QStringLiteral("新しい日")));
-        env.clock.current = before;
-        auto main = StartMainWindow(env);
-        if (selected.isValid())
-            main->calendar()->setCurrentDate(selected);
-        QCOMPARE(main->calendar()->today(), before.date());
-        env.clock.current = after;
-        // No input at all: only time passes.
-        QTRY_COMPARE_WITH_TIMEOUT(main->calendar()->CurrentDate(), expectedSelection, 3000);
-        QCOMPARE(main->calendar()->today(), after.date());
-        if (!selected.isValid()) {
-            // The new day's grid and panel are filled, not left from the day before.
-            QVERIFY(main->calendar()->isEntryDay(after.date()));
-            QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("新しい日"));
-        }
-        QVERIFY(env.prompter.shown.isEmpty());
-        main->Form_Unload();
-    }
-
-    // A refresh that fails (the file locked by another program) leaves nothing stale behind
-    // and is made good by the next tick of time.
-    void lockedRefreshLeavesNothingStale()
-    {
-        TestEnvironment env;
-        for (const auto& [id, day, subject] :
-             {std::tuple{1, "20261110", "十一月"}, std::tuple{2, "20261222", "十二月"}})
+        for (const auto& [id, day, subject] : {std::tuple{1, "20261110", "十一月"}, std::tuple{2, "20261222", "十二月"},
+                                               std::tuple{3, "20261124", "新しい日"}, std::tuple{4, "20270102", "年始"}})
             StoreEntry(env.db(), Entry(id, "A1", day, QString(), day, QString(), QString::fromUtf8(subject)));
-        // Just before midnight, so that the clock's next tick comes within a moment.
-        env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(23, 59, 59, 900));
+        // clang-format on
+        const QTime lastMoment(23, 59, 59, 900);
+        env.clock.current = QDateTime(QDate(2026, 11, 22), lastMoment);
         auto main = StartMainWindow(env);
-        main->calendar()->setCurrentDate(QDate(2026, 11, 10));
-        QVERIFY(main->calendar()->isEntryDay(QDate(2026, 11, 10)));
+        HalvernCalendar* calendar = main->calendar();
+        calendar->setCurrentDate(QDate(2026, 11, 10));
+        QVERIFY(calendar->isEntryDay(QDate(2026, 11, 10)));
         QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("十一月"));
 
         // Another connection holds the file locked while the user turns the page.
@@ -236,19 +200,35 @@ private slots:
         other->ExecuteSql(QStringLiteral("BEGIN EXCLUSIVE"));
         QElapsedTimer waited;
         waited.start();
-        main->calendar()->showNextMonth();
+        calendar->showNextMonth();
         QVERIFY2(waited.elapsed() < 4000, qPrintable(QString::number(waited.elapsed())));
-        QCOMPARE(main->calendar()->CurrentDate(), QDate(2026, 12, 10));
+        QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 10));
         // Nothing of November is left to be read as December's.
-        QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 10)));
+        QVERIFY(!calendar->isEntryDay(QDate(2026, 11, 10)));
         QCOMPARE(Shown(main.get(), "LabYotei(0)"), QString());
         QCOMPARE(env.prompter.shown.size(), 1);
-        main->calendar()->setCurrentDate(QDate(2026, 12, 22));
+        calendar->setCurrentDate(QDate(2026, 12, 22));
         QCOMPARE(env.prompter.shown.size(), 1); // told once, not at every click
-
         other->ExecuteSql(QStringLiteral("ROLLBACK"));
-        QTRY_VERIFY_WITH_TIMEOUT(main->calendar()->isEntryDay(QDate(2026, 12, 22)), 8000);
+        QTRY_VERIFY_WITH_TIMEOUT(calendar->isEntryDay(QDate(2026, 12, 22)), 8000);
         QTRY_COMPARE_WITH_TIMEOUT(Shown(main.get(), "LabYotei(0)"), QStringLiteral("十二月"), 3000);
+        QCOMPARE(env.prompter.shown.size(), 1);
+
+        // Another selected day stays when the day turns.
+        env.clock.current = QDateTime(QDate(2026, 11, 23), lastMoment);
+        QTest::qWait(500); // the clock is looked at every 150 ms this close to midnight
+        QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 22));
+        // A selection on today moves with it, at midnight and after a sleep into another
+        // month and year; the new day's grid and panel are filled, not left from before.
+        calendar->setCurrentDate(QDate(2026, 11, 23));
+        for (const auto& [day, subject] :
+             {std::pair{QDate(2026, 11, 24), "新しい日"}, std::pair{QDate(2027, 1, 2), "年始"}}) {
+            env.clock.current = QDateTime(day, lastMoment);
+            QTRY_COMPARE_WITH_TIMEOUT(calendar->CurrentDate(), day, 3000);
+            QCOMPARE(calendar->today(), day);
+            QVERIFY(calendar->isEntryDay(day));
+            QCOMPARE(Shown(main.get(), "LabYotei(0)"), QString::fromUtf8(subject));
+        }
         QCOMPARE(env.prompter.shown.size(), 1);
         main->Form_Unload();
     }
