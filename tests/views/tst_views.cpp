@@ -1,119 +1,328 @@
+// The date picker and the list window as the user works them.
 #include "calendarcontrol/HalvernCalendar.h"
+#include "entries/EntryKinds.h"
 #include "support/TestKit.h"
 #include "views/FrmDate.h"
 #include "views/FrmDatePicker.h"
+#include "views/FrmList.h"
+#include "views/ListGridModel.h"
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTableView>
+#include <QTimer>
 #include <QtTest>
 
-class TestViews : public QObject
+namespace {
+
+StoredEntry Schedule(int id, const QString& start, const QString& startTm, const QString& end)
+{
+    return Entry(id, KindCode(start, startTm, end, QString()), start, startTm, end, QString(), QStringLiteral("予定"));
+}
+
+StoredEntry Task(int id, const QString& deadline, const char* completion, int priority)
+{
+    StoredEntry task =
+        Entry(id, QStringLiteral("T1"), QString(), QString(), deadline, QString(), QStringLiteral("仕事"));
+    task.completion = QLatin1String(completion);
+    task.priority = priority;
+    return task;
+}
+
+QList<qint64> ListedIds(FrmList& list)
+{
+    QList<qint64> ids;
+    for (int row = 0; row < list.model()->rowCount(); ++row)
+        ids << list.model()->index(row, ListGridModel::Subject).data(ListGridModel::IdRole).toLongLong();
+    return ids;
+}
+
+void SetRange(FrmList& list, const QString& from, const QString& to)
+{
+    for (const auto& [name, text] : {std::pair{"TxtTo", to}, std::pair{"TxtFrom", from}}) {
+        auto* box = Control<QLineEdit>(&list, name);
+        FocusIn(box);
+        box->setText(text);
+        FocusOut(box);
+    }
+}
+
+// A list window over May 2006 with spans that start before it, end in it, lie wholly
+// outside it, and tasks open and done inside and outside it.
+struct ListFixture
+{
+    TestEnvironment env;
+    ListHandOver handOver;
+    int changes = 0;
+    QStringList notes;
+
+    ListFixture()
+    {
+        for (const StoredEntry& entry : {
+                 Schedule(1, "20060503", "", "20060503"),                    // one day in May
+                 Schedule(2, "20060601", "", "20060601"),                    // one day in June
+                 Schedule(3, "20060430", "", ""),                            // open-ended from 30 April
+                 Schedule(4, "20060510", "09:00", ""),                       // open-ended from 10 May
+                 Schedule(5, "20060430", "22:00", "20060501"),               // overnight into May
+                 Schedule(6, "20060420", "", "20060502"),                    // a span into May
+                 Schedule(7, "20060401", "", "20060420"),                    // a span in April
+                 Task(8, "20060515", "0", 1), Task(9, "20060520", "1", 1),   // open and done in May
+                 Task(10, "20070101", "1", 2), Task(11, "20060601", "0", 2), // done later, open in June
+             })
+            StoreEntry(env.db(), entry);
+        handOver.ListFromDate = QDate(2006, 5, 1);
+        handOver.ListToDate = QDate(2006, 5, 31);
+        handOver.EntriesChanged = [this] { ++changes; };
+        handOver.NewStickyNote = [this](const QString& text, int color) {
+            notes << QStringLiteral("%1:%2").arg(text).arg(color);
+        };
+    }
+};
+
+} // namespace
+
+class TestViews final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void opensWhereAskedWithTheDate_data();
-    void opensWhereAskedWithTheDate();
-    void picks_data();
-    void picks();
-    void appliesTheCalendarDesign();
-    void pickerSeamRunsTheDialog();
+    void datePicker_data()
+    {
+        QTest::addColumn<QDate>("given"); // the box's date; none opens on today
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("picked");
+        QTest::addColumn<QDate>("date");
+        // Each picker is browsed to 2027/01 before the choice.
+        // clang-format off
+        QTest::newRow("a day of the next month") << QDate(2026, 12, 10) << "2026/12/10 (木)" << "click" << true << QDate(2027, 1, 2);
+        QTest::newRow("today link, empty box") << QDate() << "2026/11/22 (日)" << "today" << true << QDate(2026, 11, 22);
+        QTest::newRow("cancel") << QDate(2027, 2, 14) << "2027/2/14 (日)" << "cancel" << false << QDate(2027, 2, 14);
+        QTest::newRow("escape") << QDate(2026, 12, 10) << "2026/12/10 (木)" << "escape" << false << QDate(2026, 12, 10);
+        // clang-format on
+    }
+    void datePicker()
+    {
+        QFETCH(QDate, given);
+        QFETCH(QString, title);
+        QFETCH(QString, how);
+        QFETCH(bool, picked);
+        QFETCH(QDate, date);
+        TestEnvironment env;
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 2 WHERE CODE = 302"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80603 WHERE CODE = 301"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1 WHERE CODE = 80").arg(0x00336699));
+        DatePickHandOver handOver;
+        handOver.PickedDate = given;
+        handOver.DatePicked = true; // stale from an earlier use: the picker starts from "nothing picked"
+        handOver.PickerLeft = 1500;
+        handOver.PickerTop = 3000;
+        FrmDate picker(env.services, handOver);
+        HalvernCalendar* calendar = picker.calendar();
+        QCOMPARE(picker.pos(), QPoint(100, 200)); // twips at 96 dpi
+        QCOMPARE(calendar->CurrentDate(), given.isValid() ? given : QDate(2026, 11, 22));
+        QVERIFY(!handOver.DatePicked);
+        QCOMPARE(picker.windowTitle(), title);
+        QCOMPARE(Shown(&picker, "LabToday"), QStringLiteral("Today : 2026/11/22 (日)"));
+        // The stored calendar design: Monday first, "yyyy / m", the selected day's colour.
+        QCOMPARE(calendar->FirstShownDate().dayOfWeek(), 1);
+        QCOMPARE(calendar->titleText(), calendar->CurrentDate().toString(QStringLiteral("yyyy / M")));
+        QCOMPARE(calendar->spotDesign(80).back, QColor(0x99, 0x66, 0x33));
+        picker.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&picker));
+        calendar->setCurrentDate(QDate(2027, 1, 20));
+        if (how == QLatin1String("click"))
+            QTest::mouseClick(calendar, Qt::LeftButton, Qt::NoModifier, calendar->dayRect(date).center());
+        else if (how == QLatin1String("today"))
+            QTest::mouseClick(Control(&picker, "LabToday"), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+        else if (how == QLatin1String("cancel"))
+            Click(&picker, "ComCancel");
+        else
+            QTest::keyClick(&picker, Qt::Key_Escape);
+        QCOMPARE(handOver.DatePicked, picked);
+        QCOMPARE(handOver.PickedDate, date);
+        QCOMPARE(picker.result(), int(picked ? QDialog::Accepted : QDialog::Rejected));
+        QVERIFY(!picker.isVisible());
+    }
+
+    void pickerSeamRunsTheDialog()
+    {
+        TestEnvironment env;
+        DatePickHandOver handOver;
+        handOver.PickedDate = QDate(2026, 11, 5);
+        ModalAnswer answer([](QWidget* dialog) {
+            HalvernCalendar* calendar = qobject_cast<FrmDate*>(dialog)->calendar();
+            QTest::mouseClick(calendar, Qt::LeftButton, Qt::NoModifier,
+                              calendar->dayRect(QDate(2026, 11, 19)).center());
+        });
+        FrmDatePicker(env.services).pickDate(nullptr, handOver);
+        QVERIFY(answer.opened());
+        QVERIFY(handOver.DatePicked);
+        QCOMPARE(handOver.PickedDate, QDate(2026, 11, 19));
+    }
+
+    void listsWhatTheChoiceAndRangeTake_data()
+    {
+        QTest::addColumn<int>("choice");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QList<qint64>>("ids");
+        QTest::addColumn<QString>("message");
+        // clang-format off
+        QTest::newRow("both kinds in May") << 0 << "2006/05/01" << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4} << "";
+        QTest::newRow("schedules in May") << 1 << "2006/05/01" << "2006/05/31" << QList<qint64>{6, 5, 1, 4} << "";
+        QTest::newRow("open tasks in May") << 2 << "2006/05/01" << "2006/05/31" << QList<qint64>{8} << "";
+        QTest::newRow("done tasks ignore the range") << 3 << "2006/05/01" << "2006/05/31" << QList<qint64>{9, 10} << "";
+        QTest::newRow("from May on") << 0 << "2006/05/01" << "" << QList<qint64>{8, 11, 6, 5, 1, 4, 2} << "";
+        QTest::newRow("up to 30 April") << 1 << "" << "2006/04/30" << QList<qint64>{7, 6, 3, 5} << "";
+        QTest::newRow("both boxes empty") << 0 << "" << "" << QList<qint64>{8, 11, 7, 6, 3, 5, 1, 4, 2} << "";
+        QTest::newRow("a range that is backwards") << 0 << "2006/05/31" << "2006/05/01" << QList<qint64>{} << "";
+        QTest::newRow("short form") << 0 << "2006/5/10" << "2006/05/31" << QList<qint64>{8, 4} << "";
+        QTest::newRow("no such day keeps the grid") << 0 << "2006/02/30" << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4} << "日付を正しく入力してください";
+        // clang-format on
+    }
+    void listsWhatTheChoiceAndRangeTake()
+    {
+        QFETCH(int, choice);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QList<qint64>, ids);
+        QFETCH(QString, message);
+        ListFixture fixture;
+        FrmList list(fixture.env.services, fixture.handOver);
+        SetRange(list, from, to);
+        Control<QComboBox>(&list, "CmbSelect")->setCurrentIndex(choice);
+        QCOMPARE(ListedIds(list), ids);
+        // The short form is written out in full; a day that does not exist stays for mending.
+        QCOMPARE(Shown(&list, "TxtFrom"), from == QLatin1String("2006/5/10") ? QStringLiteral("2006/05/10") : from);
+        QCOMPARE(fixture.env.prompter.texts(), message.isEmpty() ? QStringList() : QStringList{message});
+        // Only the done tasks ignore the range, and then its boxes cannot be used.
+        QCOMPARE(Control<QLineEdit>(&list, "TxtFrom")->isEnabled(), choice != 3);
+        QCOMPARE(Control<QWidget>(&list, "LabEndDate")->isEnabled(), choice != 3);
+    }
+
+    // One list window worked through in turn: reading rows, the context menu, editing,
+    // deleting, the date link and a new entry.
+    void workingTheList()
+    {
+        ListFixture fixture;
+        StoreClass(fixture.env.db(), 4, QStringLiteral("会社"));
+        fixture.env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET CLASS = 4 WHERE ID IN (5, 8)"));
+        FrmList list(fixture.env.services, fixture.handOver);
+        list.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&list));
+        auto* grid = Control<QTableView>(&list, "GrdGrid");
+        const auto cells = [&list](int row) {
+            QStringList texts;
+            for (int column = 0; column < list.model()->columnCount(); ++column)
+                texts << list.model()->index(row, column).data().toString();
+            return texts;
+        };
+        // The task: no start, its deadline, its priority's name; the schedule no priority.
+        QCOMPARE(cells(0), QStringList({"", "", "2006/05/15", "", "高", "仕事", "会社"}));
+        QCOMPARE(cells(2), QStringList({"2006/04/30", "22:00", "2006/05/01", "", "", "予定", "会社"}));
+        QCOMPARE(cells(4), QStringList({"2006/05/10", "09:00", "", "", "", "予定", ""}));
+
+        // A right click selects the row under it; below the rows it keeps the selection and
+        // offers no edit.
+        for (const auto& [point, editable] : {std::pair{grid->visualRect(list.model()->index(2, 5)).center(), true},
+                                              std::pair{QPoint(10, grid->viewport()->height() - 5), false}}) {
+            QString popped;
+            bool canEdit = !editable;
+            QTimer::singleShot(50, &list, [&] {
+                if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                    popped = menu->objectName();
+                    canEdit = menu->findChild<QAction*>(QStringLiteral("MnuUpdate"))->isEnabled();
+                    menu->close();
+                }
+            });
+            QTest::mouseClick(grid->viewport(), Qt::RightButton, Qt::NoModifier, point);
+            QCOMPARE(popped, QStringLiteral("MnuAction"));
+            QCOMPARE(grid->currentIndex().row(), 2);
+            QCOMPARE(canEdit, editable);
+        }
+
+        // A double click opens the row's editor; what the grid shows is read anew, and the
+        // edited entry stays selected.
+        // clang-format off
+        const QList<std::tuple<int, bool, QString, QString>> edits = {
+            {3, false, "スケジュール", "予定"}, {3, true, "スケジュール", "打ち合わせ"}, {0, true, "タスク", "打ち合わせ"}};
+        // clang-format on
+        for (const auto& [row, save, editor, stored] : edits) {
+            const QModelIndex index = list.model()->index(row, ListGridModel::Subject);
+            const qint64 id = index.data(ListGridModel::IdRole).toLongLong();
+            const int changesBefore = fixture.changes;
+            ModalAnswer answer([save = save](QWidget* dialog) {
+                Control<QLineEdit>(dialog, "TxtYouken")->setText(QStringLiteral("打ち合わせ"));
+                Click(dialog, save ? "ComOK" : "ComCancel");
+            });
+            const QRect cell = grid->visualRect(index);
+            QTest::mouseClick(grid->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+            QTest::mouseDClick(grid->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+            QCOMPARE(answer.title(), editor);
+            QVERIFY(!answer.stayedOpen());
+            QCOMPARE(Column(fixture.env.db(), static_cast<int>(id), "BUSINESS"), stored);
+            const int shownRow = list.model()->rowOfId(id);
+            QCOMPARE(list.model()->index(shownRow, ListGridModel::Subject).data().toString(), stored);
+            QCOMPARE(grid->currentIndex().row(), shownRow);
+            QCOMPARE(fixture.changes, changesBefore + (save ? 1 : 0));
+        }
+
+        // The Delete key asks first, Cancel being the answer to a hasty Enter; the next row
+        // down is then ready for the next delete.
+        // clang-format off
+        const QList<std::tuple<int, bool, QString, QList<qint64>>> deletes = {
+            {3, false, "スケジュール : 打ち合わせ を削除してよろしいですか？", {8, 6, 5, 1, 4}},
+            {3, true, "スケジュール : 打ち合わせ を削除してよろしいですか？", {8, 6, 5, 4}},
+            {0, true, "タスク : 打ち合わせ を削除してよろしいですか？", {6, 5, 4}}};
+        // clang-format on
+        for (const auto& [row, confirm, question, left] : deletes) {
+            const qint64 id = ListedIds(list).at(row);
+            const int changesBefore = fixture.changes;
+            fixture.env.prompter.shown.clear();
+            grid->setCurrentIndex(list.model()->index(row, 0));
+            fixture.env.prompter.answers = {confirm ? PromptAnswer::Ok : PromptAnswer::Cancel};
+            QTest::keyClick(grid, Qt::Key_Delete);
+            QCOMPARE(fixture.env.prompter.texts(), QStringList{question});
+            QCOMPARE(fixture.env.prompter.shown.front().defaultAnswer, PromptAnswer::Cancel);
+            QCOMPARE(ListedIds(list), left);
+            QCOMPARE(Column(fixture.env.db(), static_cast<int>(id), "ID") == QLatin1String("<no row>"), confirm);
+            QCOMPARE(fixture.changes, changesBefore + (confirm ? 1 : 0));
+            QCOMPARE(fixture.env.db().transactionDepth(), 0);
+            QCOMPARE(grid->currentIndex().row(), row);
+        }
+
+        // The date link hands the box's date to the picker and lists the picked range.
+        fixture.env.datePicker.answers = {QDate(2006, 5, 4)};
+        QTest::mouseClick(Control<QWidget>(&list, "LabEndDate"), Qt::LeftButton);
+        QCOMPARE(fixture.env.datePicker.requests.size(), 1);
+        QCOMPARE(fixture.env.datePicker.requests.front().PickedDate, QDate(2006, 5, 31));
+        QCOMPARE(Shown(&list, "TxtTo"), QStringLiteral("2006/05/04"));
+        QCOMPARE(ListedIds(list), QList<qint64>({6, 5}));
+
+        // A new schedule starts today; inside the range shown it is listed at once, and its
+        // sticky note is handed over.
+        SetRange(list, QStringLiteral("2026/11/01"), QStringLiteral("2026/11/30"));
+        QCOMPARE(list.model()->rowCount(), 0);
+        fixture.env.random.values = {0.5};
+        const int changesBefore = fixture.changes;
+        ModalAnswer answer([](QWidget* dialog) {
+            Control<QLineEdit>(dialog, "TxtYouken")->setText(QStringLiteral("歯医者"));
+            Control<QCheckBox>(dialog, "ChkPost")->setChecked(true);
+            Click(dialog, "ComOK");
+        });
+        list.actionMenu()->findChild<QAction*>(QStringLiteral("MnuSchedule"))->trigger();
+        QVERIFY(answer.opened());
+        QCOMPARE(list.model()->rowCount(), 1);
+        QCOMPARE(list.model()->cellText(0, ListGridModel::StartDate), QStringLiteral("2026/11/22"));
+        QCOMPARE(fixture.notes.size(), 1);
+        QVERIFY2(fixture.notes.front().contains(QStringLiteral("歯医者")), qPrintable(fixture.notes.front()));
+        QCOMPARE(fixture.changes, changesBefore + 1);
+    }
 };
-
-void TestViews::opensWhereAskedWithTheDate_data()
-{
-    QTest::addColumn<QDate>("given");
-    QTest::addColumn<QDate>("shown");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("the box's date") << QDate(2027, 2, 14) << QDate(2027, 2, 14) << "2027/2/14 (日)";
-    QTest::newRow("an empty box opens on today") << QDate() << QDate(2026, 11, 22) << "2026/11/22 (日)";
-}
-
-void TestViews::opensWhereAskedWithTheDate()
-{
-    QFETCH(QDate, given);
-    QFETCH(QDate, shown);
-    QFETCH(QString, title);
-    TestEnvironment env;
-    DatePickHandOver handOver;
-    handOver.PickedDate = given;
-    handOver.DatePicked = true; // stale from an earlier use: the picker starts from "nothing picked"
-    handOver.PickerLeft = 1500;
-    handOver.PickerTop = 3000;
-    FrmDate picker(env.services, handOver);
-    QCOMPARE(picker.pos(), QPoint(100, 200)); // twips at 96 dpi
-    QCOMPARE(picker.calendar()->CurrentDate(), shown);
-    QVERIFY(!handOver.DatePicked);
-    QCOMPARE(picker.windowTitle(), title);
-    QCOMPARE(Shown(&picker, "LabToday"), QStringLiteral("Today : 2026/11/22 (日)"));
-}
-
-void TestViews::picks_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<bool>("picked");
-    QTest::addColumn<QDate>("date");
-    // The picker opens on 2026/12/10 and is browsed to 2027/01 before the choice.
-    QTest::newRow("a day of the next month") << "click" << true << QDate(2027, 1, 2);
-    QTest::newRow("today link") << "today" << true << QDate(2026, 11, 22);
-    QTest::newRow("cancel") << "cancel" << false << QDate(2026, 12, 10);
-    QTest::newRow("escape") << "escape" << false << QDate(2026, 12, 10);
-}
-
-void TestViews::picks()
-{
-    QFETCH(QString, how);
-    QFETCH(bool, picked);
-    QFETCH(QDate, date);
-    TestEnvironment env;
-    DatePickHandOver handOver;
-    handOver.PickedDate = QDate(2026, 12, 10);
-    FrmDate picker(env.services, handOver);
-    picker.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&picker));
-    HalvernCalendar* calendar = picker.calendar();
-    calendar->setCurrentDate(QDate(2027, 1, 20));
-    if (how == QLatin1String("click"))
-        QTest::mouseClick(calendar, Qt::LeftButton, Qt::NoModifier, calendar->dayRect(date).center());
-    else if (how == QLatin1String("today"))
-        QTest::mouseClick(Control(&picker, "LabToday"), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
-    else if (how == QLatin1String("cancel"))
-        Click(&picker, "ComCancel");
-    else
-        QTest::keyClick(&picker, Qt::Key_Escape);
-    QCOMPARE(handOver.DatePicked, picked);
-    QCOMPARE(handOver.PickedDate, date);
-    QCOMPARE(picker.result(), int(picked ? QDialog::Accepted : QDialog::Rejected));
-    QVERIFY(!picker.isVisible());
-}
-
-void TestViews::appliesTheCalendarDesign()
-{
-    TestEnvironment env;
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 2 WHERE CODE = 302"));
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80603 WHERE CODE = 301"));
-    env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1 WHERE CODE = 80").arg(0x00336699));
-    DatePickHandOver handOver;
-    handOver.PickedDate = QDate(2026, 11, 22);
-    FrmDate picker(env.services, handOver);
-    QCOMPARE(picker.calendar()->FirstShownDate(), QDate(2026, 10, 26)); // Monday first
-    QCOMPARE(picker.calendar()->titleText(), QStringLiteral("2026 / 11"));
-    QCOMPARE(picker.calendar()->spotDesign(80).back, QColor(0x99, 0x66, 0x33));
-}
-
-void TestViews::pickerSeamRunsTheDialog()
-{
-    TestEnvironment env;
-    FrmDatePicker seam(env.services);
-    DatePickHandOver handOver;
-    handOver.PickedDate = QDate(2026, 11, 5);
-    ModalAnswer answer([](QWidget* dialog) {
-        HalvernCalendar* calendar = qobject_cast<FrmDate*>(dialog)->calendar();
-        QTest::mouseClick(calendar, Qt::LeftButton, Qt::NoModifier, calendar->dayRect(QDate(2026, 11, 19)).center());
-    });
-    seam.pickDate(nullptr, handOver);
-    QVERIFY(answer.opened());
-    QVERIFY(handOver.DatePicked);
-    QCOMPARE(handOver.PickedDate, QDate(2026, 11, 19));
-}
 
 VERDALY_TEST(TestViews)
 #include "tst_views.moc"
