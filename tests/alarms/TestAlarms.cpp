@@ -1,10 +1,12 @@
-// The alarm: the tick on a real database with the program's (fake) clock and fake delivery,
-// the notifier's command line, and the timers as the main window runs them.
+// The alarm: the tick on a real database with the program's (fake) clock and
+// fake delivery, the notifier's command line, and the timers as the main window
+// runs them.
 #include "NotifyCommandLine.h"
 #include "alarms/AlarmEngine.h"
 #include "alarms/AlarmTick.h"
 #include "alarms/Notifier.h"
 #include "mainwindow/FrmMain.h"
+#include "support/MainWindowKit.h"
 #include "support/TestKit.h"
 #include "views/FrmList.h"
 #include "views/ListGridModel.h"
@@ -40,12 +42,9 @@ struct Running
         StoreAlarmSettings(env.db(), advance, balloon);
         for (int i = 0; i < times.size(); ++i)
             StoreToday(env.db(), i + 1, times.at(i), QString("entry %1").arg(i + 1));
-        env.services.connection.reset(); // the window opens the file itself
         env.clock.current = now;
-        main = std::make_unique<FrmMain>(env.services);
+        main = StartMainWindow(env);
         timer = main->findChild<QTimer*>("Timer");
-        if (!main->Form_Load())
-            qFatal("the main window did not start");
     }
     ~Running()
     {
@@ -102,8 +101,9 @@ private slots:
         AlarmTick tick(env.services);
         QVERIFY(tick.run(nullptr, Today));
         QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0); // rung at the moment, not a tick later
-        env.clock.current = now.addSecs(rings ? 1800 : 0);  // and then quiet
+        QCOMPARE(env.prompter.shown.size(),
+                 rings ? 1 : 0);                           // rung at the moment, not a tick later
+        env.clock.current = now.addSecs(rings ? 1800 : 0); // and then quiet
         QVERIFY(tick.run(nullptr, Today));
         QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0);
         QCOMPARE(Column(env.db(), 7, "ALARM"), rings ? QStringLiteral("0") : QStringLiteral("1"));
@@ -125,7 +125,6 @@ private slots:
         QTest::newRow("balloon, sound, no file") << true  << ""            << false << subject << comment << plain;
         QTest::newRow("balloon with sound")      << true  << "/x/my a.wav" << false << subject << comment << (plain + QStringList{"/a", "/x/my a.wav"});
         QTest::newRow("blanks kept as typed")    << true  << ""            << false << "  週次  定例 " << "a  b" << QStringList{"/t", "  週次  定例 ", "/c", "a  b", "/i", "i"};
-        QTest::newRow("switch words inside")     << true  << ""            << false << "会議 /c 3F /i x" << "see /a and /t" << QStringList{"/t", "会議 /c 3F /i x", "/c", "see /a and /t", "/i", "i"};
         QTest::newRow("values that are switches") << true << "/t.wav"      << false << "/a" << "/c" << QStringList{"/t", "/a", "/c", "/c", "/i", "i", "/a", "/t.wav"};
         QTest::newRow("empty comment")           << true  << ""            << false << "締切" << "" << QStringList{"/t", "締切", "/c", "", "/i", "i"};
         QTest::newRow("notifier cannot start")   << true  << ""            << true  << subject << comment << QStringList();
@@ -169,7 +168,8 @@ private slots:
 
     void oneLineForm()
     {
-        // The line the log shows for each alarm; without a sound file it ends in a blank.
+        // The line the log shows for each alarm; without a sound file it ends in a
+        // blank.
         QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, "/x/a.wav"),
                  QStringLiteral("/opt/v/BalloonNotify /t 会議 /c 3F /i i /a /x/a.wav"));
         QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, ""),
@@ -185,11 +185,12 @@ private slots:
             StoreToday(env.db(), i + 1, times.at(i), "entry");
         StoreEntry(env.db(), WithAlarm(Entry(6, "B1", "2026/11/1", "", "20261130")));
         env.clock.current = At(10, 0);
-        // While the first box is open, an editor saves its entry again (its alarm still set).
+        // While the first box is open, an editor saves its entry again (its alarm
+        // still set).
         env.prompter.whileShown = [&](const Prompt&) {
             if (env.prompter.shown.size() == 1)
-                env.db().ExecuteSql(
-                    "UPDATE TRNSCHTSK SET BUSINESS = 'moved', UPDTIME = '2026/11/22 09:59:15' WHERE ID = 1");
+                env.db().ExecuteSql("UPDATE TRNSCHTSK SET BUSINESS = 'moved', UPDTIME "
+                                    "= '2026/11/22 09:59:15' WHERE ID = 1");
         };
         for (int id : {2, 4, 6})
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString("entry %1 has a date or time that").arg(id)));
@@ -198,7 +199,8 @@ private slots:
         QCOMPARE(env.prompter.shown.size(), 3);
         QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), QStringLiteral("110101"));
 
-        // Unreadable rows are logged once; the changed one rings with what the editor saved.
+        // Unreadable rows are logged once; the changed one rings with what the
+        // editor saved.
         QTest::failOnWarning(QRegularExpression("cannot be read"));
         env.clock.current = At(10, 0, 30);
         QVERIFY(tick.run(nullptr, Today));
@@ -223,7 +225,8 @@ private slots:
         QList<bool> timerOnWhileShown;
         run.env.prompter.whileShown = [&](const Prompt&) {
             timerOnWhileShown << run.timer->isActive();
-            run.main->Timer_Timer(); // the timer's own event, or the single shot, arriving meanwhile
+            run.main->Timer_Timer(); // the timer's own event, or the single shot,
+                                     // arriving meanwhile
             run.main->RearmAlarms(); // an editor saved meanwhile
             QVERIFY(!run.alarms().armedFor().isValid());
         };
@@ -234,7 +237,8 @@ private slots:
         QVERIFY(run.timer->isActive());
         QCOMPARE(run.alarms().armedFor(), Midnight);
 
-        // Without the advance row the alarms stop, and stay off until the next start.
+        // Without the advance row the alarms stop, and stay off until the next
+        // start.
         run.env.db().ExecuteSql("DELETE FROM TRNGENERAL WHERE CODE = 304");
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("CODE 304.*missing"));
         run.main->Timer_Timer();
@@ -262,7 +266,8 @@ private slots:
         QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
         QCOMPARE(run.alarms().armedFor(), At(13, 0));
 
-        // Back from hours of sleep: the single shot's own clock stood still meanwhile.
+        // Back from hours of sleep: the single shot's own clock stood still
+        // meanwhile.
         run.env.clock.current = At(13, 5);
         QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 2, 5000);
         QCOMPARE(run.alarms().armedFor(), At(23, 0));

@@ -115,6 +115,7 @@ private slots:
     void exitAndNextStart()
     {
         TestEnvironment env;
+        StoreClass(env.db(), 1, QStringLiteral("仕事"));
         env.services.connection.reset();
         {
             FrmMain main(env.services);
