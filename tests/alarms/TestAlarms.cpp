@@ -1,6 +1,5 @@
-// The alarm: the tick on a real database with the program's (fake) clock and
-// fake delivery, the notifier's command line, and the timers as the main window
-// runs them.
+// The alarm: the tick on a real database with the program's (fake) clock and fake delivery,
+// the notifier's command line, and the timers as the main window runs them.
 #include "NotifyCommandLine.h"
 #include "alarms/AlarmEngine.h"
 #include "alarms/AlarmTick.h"
@@ -101,9 +100,8 @@ private slots:
         AlarmTick tick(env.services);
         QVERIFY(tick.run(nullptr, Today));
         QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.shown.size(),
-                 rings ? 1 : 0);                           // rung at the moment, not a tick later
-        env.clock.current = now.addSecs(rings ? 1800 : 0); // and then quiet
+        QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0); // rung at the moment, not a tick later
+        env.clock.current = now.addSecs(rings ? 1800 : 0);  // and then quiet
         QVERIFY(tick.run(nullptr, Today));
         QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0);
         QCOMPARE(Column(env.db(), 7, "ALARM"), rings ? QStringLiteral("0") : QStringLiteral("1"));
@@ -168,8 +166,7 @@ private slots:
 
     void oneLineForm()
     {
-        // The line the log shows for each alarm; without a sound file it ends in a
-        // blank.
+        // The line the log shows for each alarm; without a sound file it ends in a blank.
         QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, "/x/a.wav"),
                  QStringLiteral("/opt/v/BalloonNotify /t 会議 /c 3F /i i /a /x/a.wav"));
         QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, ""),
@@ -185,12 +182,11 @@ private slots:
             StoreToday(env.db(), i + 1, times.at(i), "entry");
         StoreEntry(env.db(), WithAlarm(Entry(6, "B1", "2026/11/1", "", "20261130")));
         env.clock.current = At(10, 0);
-        // While the first box is open, an editor saves its entry again (its alarm
-        // still set).
+        // While the first box is open, an editor saves its entry again (its alarm still set).
         env.prompter.whileShown = [&](const Prompt&) {
             if (env.prompter.shown.size() == 1)
-                env.db().ExecuteSql("UPDATE TRNSCHTSK SET BUSINESS = 'moved', UPDTIME "
-                                    "= '2026/11/22 09:59:15' WHERE ID = 1");
+                env.db().ExecuteSql(
+                    "UPDATE TRNSCHTSK SET BUSINESS = 'moved', UPDTIME = '2026/11/22 09:59:15' WHERE ID = 1");
         };
         for (int id : {2, 4, 6})
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString("entry %1 has a date or time that").arg(id)));
@@ -199,8 +195,7 @@ private slots:
         QCOMPARE(env.prompter.shown.size(), 3);
         QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), QStringLiteral("110101"));
 
-        // Unreadable rows are logged once; the changed one rings with what the
-        // editor saved.
+        // Unreadable rows are logged once; the changed one rings with what the editor saved.
         QTest::failOnWarning(QRegularExpression("cannot be read"));
         env.clock.current = At(10, 0, 30);
         QVERIFY(tick.run(nullptr, Today));
@@ -225,8 +220,7 @@ private slots:
         QList<bool> timerOnWhileShown;
         run.env.prompter.whileShown = [&](const Prompt&) {
             timerOnWhileShown << run.timer->isActive();
-            run.main->Timer_Timer(); // the timer's own event, or the single shot,
-                                     // arriving meanwhile
+            run.main->Timer_Timer(); // the timer's own event, or the single shot, arriving meanwhile
             run.main->RearmAlarms(); // an editor saved meanwhile
             QVERIFY(!run.alarms().armedFor().isValid());
         };
@@ -237,8 +231,7 @@ private slots:
         QVERIFY(run.timer->isActive());
         QCOMPARE(run.alarms().armedFor(), Midnight);
 
-        // Without the advance row the alarms stop, and stay off until the next
-        // start.
+        // Without the advance row the alarms stop, and stay off until the next start.
         run.env.db().ExecuteSql("DELETE FROM TRNGENERAL WHERE CODE = 304");
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("CODE 304.*missing"));
         run.main->Timer_Timer();
@@ -266,8 +259,7 @@ private slots:
         QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
         QCOMPARE(run.alarms().armedFor(), At(13, 0));
 
-        // Back from hours of sleep: the single shot's own clock stood still
-        // meanwhile.
+        // Back from hours of sleep: the single shot's own clock stood still meanwhile.
         run.env.clock.current = At(13, 5);
         QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 2, 5000);
         QCOMPARE(run.alarms().armedFor(), At(23, 0));

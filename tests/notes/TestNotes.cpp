@@ -3,6 +3,7 @@
 #include "mainwindow/FrmMain.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
+#include "support/MainWindowKit.h"
 #include "support/TestKit.h"
 
 #include <QMenu>
@@ -116,13 +117,11 @@ private slots:
     {
         TestEnvironment env;
         StoreClass(env.db(), 1, QStringLiteral("仕事"));
-        env.services.connection.reset();
         {
-            FrmMain main(env.services);
-            QVERIFY(main.Form_Load());
+            const std::unique_ptr<FrmMain> main = StartMainWindow(env);
             QList<FrmPost*> open;
             for (int i = 1; i <= 5; ++i)
-                open << OpenStickyNote(*main.stickyNotes(), QStringLiteral("メモ %1").arg(i), i, 1500 * i, 750 * i);
+                open << OpenStickyNote(*main->stickyNotes(), QStringLiteral("メモ %1").arg(i), i, 1500 * i, 750 * i);
             for (int peeled : {1, 3, 4})
                 open[peeled - 1]->MnuClose_Click();
             // In the very corner: a place that must not read back as "no place given".
@@ -130,7 +129,7 @@ private slots:
             // The session ends while a dialog still holds its transaction.
             env.db().BeginTrans();
             env.db().ExecuteSql(QStringLiteral("UPDATE MSTCLASS SET CLASS = 'dialog work'"));
-            main.Form_Unload();
+            main->Form_Unload();
         }
         env.open();
         QCOMPARE(Lines(env.db(), OpenRows, NoteColumns),
@@ -141,10 +140,8 @@ private slots:
 
         // The next start: the two notes take slots 1 and 2, and the rows follow them at once,
         // so that a crash now brings back two notes, not four.
-        env.services.connection.reset();
         env.services.state = AppState{};
-        FrmMain main(env.services);
-        QVERIFY(main.Form_Load());
+        const std::unique_ptr<FrmMain> main = StartMainWindow(env);
         auto* first = qobject_cast<FrmPost*>(env.services.state.StickyNotes[1].window.data());
         QVERIFY(first);
         QCOMPARE(Shown(first, QStringLiteral("TxtPost")), QStringLiteral("メモ 2"));
@@ -162,7 +159,7 @@ private slots:
                 TypeAll(editor, {QStringLiteral("TxtYouken=会議 it's on"), post ? "ChkPost=1" : "ChkPost=0"});
                 Click(editor, "ComOK");
             });
-            task ? main.NewTask(QDate(2026, 11, 24)) : main.NewSchedule(QDate(2026, 11, 24));
+            task ? main->NewTask(QDate(2026, 11, 24)) : main->NewSchedule(QDate(2026, 11, 24));
             QVERIFY(answer.opened() && !answer.stayedOpen());
         }
         for (int slot : {3, 4}) {
@@ -171,7 +168,7 @@ private slots:
             QCOMPARE(handed->colorIndex(), 3);
         }
         QVERIFY(!env.services.state.StickyNotes[5].inUse);
-        main.Form_Unload();
+        main->Form_Unload();
     }
 };
 

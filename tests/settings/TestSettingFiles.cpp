@@ -74,13 +74,13 @@ private slots:
         QTest::addColumn<QString>("close");     // "ComOK" or "ComCancel"
         QTest::addColumn<QString>("after");     // "ours", "none", "=" (byte for byte as before) or "refused"
         // clang-format off
-    QTest::newRow("ticked, OK") << QByteArray() << "0" << "ComOK" << "ours";
-    QTest::newRow("ticked, cancelled") << QByteArray() << "0" << "ComCancel" << "none";
-    QTest::newRow("unticked, OK") << HandMade << "1" << "ComOK" << "none";
-    QTest::newRow("entry hidden by the desktop shows unticked") << HandMade + "Hidden=true\n" << "0" << "" << "=";
-    QTest::newRow("entry switched off by the session, ticked again") << HandMade + "X-GNOME-Autostart-enabled=false\n" << "0" << "ComOK" << "ours";
-    QTest::newRow("entry edited by hand, box untouched") << HandMade << "1" << "" << "=";
-    QTest::newRow("folder cannot be made") << QByteArray("folder?") << "0" << "ComOK" << "refused";
+        QTest::newRow("ticked, OK") << QByteArray() << "0" << "ComOK" << "ours";
+        QTest::newRow("ticked, cancelled") << QByteArray() << "0" << "ComCancel" << "none";
+        QTest::newRow("unticked, OK") << HandMade << "1" << "ComOK" << "none";
+        QTest::newRow("entry hidden by the desktop shows unticked") << HandMade + "Hidden=true\n" << "0" << "" << "=";
+        QTest::newRow("entry switched off by the session, ticked again") << HandMade + "X-GNOME-Autostart-enabled=false\n" << "0" << "ComOK" << "ours";
+        QTest::newRow("entry edited by hand, box untouched") << HandMade << "1" << "" << "=";
+        QTest::newRow("folder cannot be made") << QByteArray("folder?") << "0" << "ComOK" << "refused";
         // clang-format on
     }
     void tickAndUntick()
@@ -128,16 +128,13 @@ private slots:
     {
         QTest::addColumn<QString>("argument");
         QTest::addColumn<QString>("written"); // as it stands in the file
-        QTest::newRow("plain path") << "/usr/bin/verdaly"
-                                    << "/usr/bin/verdaly";
-        QTest::newRow("blank") << "/home/a b/verdaly"
-                               << "\"/home/a b/verdaly\"";
-        QTest::newRow("dollar") << "/opt/$HOME/verdaly"
-                                << "\"/opt/\\\\$HOME/verdaly\"";
-        QTest::newRow("backslash") << "/x\\y/verdaly"
-                                   << "\"/x\\\\\\\\y/verdaly\"";
-        QTest::newRow("percent is no field code") << "/data/100%f"
-                                                  << "/data/100%%f";
+        // clang-format off
+        QTest::newRow("plain path") << "/usr/bin/verdaly" << "/usr/bin/verdaly";
+        QTest::newRow("blank") << "/home/a b/verdaly" << "\"/home/a b/verdaly\"";
+        QTest::newRow("dollar") << "/opt/$HOME/verdaly" << "\"/opt/\\\\$HOME/verdaly\"";
+        QTest::newRow("backslash") << "/x\\y/verdaly" << "\"/x\\\\\\\\y/verdaly\"";
+        QTest::newRow("percent is no field code") << "/data/100%f" << "/data/100%%f";
+        // clang-format on
     }
     void execArgument()
     {
