@@ -1,13 +1,34 @@
-// The design frame of the settings dialog: what each spot offers, the colour and font pickers
-// written at once, the reset of every spot, and closing without OK undoing it all.
+// The settings dialog on its own: what each design spot offers, the pickers written at once,
+// the reset, closing without OK undoing it all; what the options load and what OK writes, and
+// the alarm controls with the sound file.
 #include "settings/FrmSetting.h"
 #include "support/TestKit.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QFrame>
 #include <QtTest>
 
 namespace {
+
+QString Option(DatabaseConnection& db, int code, const char* column = "DATAN1")
+{
+    return Lines(db, QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = %1").arg(code), {column}).value(0);
+}
+
+void SetOption(DatabaseConnection& db, int code, const QString& set)
+{
+    db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 WHERE CODE = %2").arg(set).arg(code));
+}
+
+// "ChkSound TxtSoundPath ComSound" enabled states as three 0/1.
+QString SoundStates(FrmSetting& dialog)
+{
+    QString states;
+    for (const char* name : {"ChkSound", "TxtSoundPath", "ComSound"})
+        states += Control(&dialog, name)->isEnabled() ? QLatin1Char('1') : QLatin1Char('0');
+    return states;
+}
 
 QStringList DesignRows(DatabaseConnection& db)
 {
@@ -30,7 +51,7 @@ QColor Swatch(FrmSetting& dialog, const char* name)
 
 } // namespace
 
-class TestSettingDesign final : public QObject
+class TestSettingDialog final : public QObject
 {
     Q_OBJECT
 
@@ -161,7 +182,103 @@ private slots:
         else
             QCOMPARE(DesignRows(env.db()), before);
     }
+
+    void okWritesEachCode_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<int>("stored"); // loaded into the control, which then gets the other value; -1: no row
+        QTest::addColumn<int>("chosen");
+        QTest::newRow("title format") << "CmbTitle" << 301 << 80603 << 80604;
+        QTest::newRow("first weekday") << "CmbFirstWeek" << 302 << 7 << 2;
+        QTest::newRow("weekday names") << "CmbWeekFormat" << 303 << 80802 << 80805;
+        QTest::newRow("alarm advance") << "CmbAlarm" << 304 << 0 << 30;
+        QTest::newRow("resident") << "ChkStay" << 311 << 1 << 0;
+        QTest::newRow("always on top") << "ChkAlwaysShow" << 312 << 0 << 1;
+        QTest::newRow("transparency") << "CmbClear" << 313 << 60 << 20;
+        QTest::newRow("balloon") << "OptBalloon" << 314 << 0 << 1;
+        QTest::newRow("message box") << "OptMsgbox" << 314 << 1 << 0;
+        QTest::newRow("holidays, no row reads as on") << "ChkHoliday" << 317 << -1 << 0;
+        QTest::newRow("holidays on") << "ChkHoliday" << 317 << 1 << 0;
+        QTest::newRow("holidays off") << "ChkHoliday" << 317 << 0 << 1;
+    }
+    void okWritesEachCode()
+    {
+        QFETCH(QString, control);
+        QFETCH(int, code);
+        QFETCH(int, stored);
+        QFETCH(int, chosen);
+        TestEnvironment env;
+        if (stored < 0)
+            env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = %1").arg(code));
+        else
+            SetOption(env.db(), code, QStringLiteral("DATAN1 = %1").arg(stored));
+        FrmSetting dialog(env.services);
+        QWidget* widget = Control(&dialog, control.toLatin1().constData());
+        if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+            QCOMPARE(combo->currentData().toInt(), stored);
+            combo->setCurrentIndex(combo->findData(chosen));
+        } else {
+            auto* box = qobject_cast<QAbstractButton*>(widget);
+            QCOMPARE(box->isChecked(), (stored != 0) == (control != QLatin1String("OptMsgbox")));
+            box->click();
+        }
+        QCOMPARE(Option(env.db(), code), stored < 0 ? QString() : QString::number(stored)); // nothing before OK
+        Click(&dialog, "ComOK");
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(env.db().transactionDepth(), 0);
+        QCOMPARE(Option(env.db(), code), QString::number(chosen));
+    }
+
+    void alarmControlsAndSoundFile_data()
+    {
+        QTest::addColumn<int>("delivery"); // 314: 0 message box, anything else balloon
+        QTest::addColumn<bool>("sound");
+        QTest::addColumn<QString>("states");
+        QTest::newRow("message box, sound on") << 0 << true << "000";
+        QTest::newRow("balloon, sound on") << 1 << true << "111";
+        QTest::newRow("balloon, sound off") << 1 << false << "100";
+        QTest::newRow("any non-zero is balloon") << 7 << true << "111";
+    }
+    void alarmControlsAndSoundFile()
+    {
+        QFETCH(int, delivery);
+        QFETCH(bool, sound);
+        QFETCH(QString, states);
+        TestEnvironment env;
+        SetOption(env.db(), 314, QStringLiteral("DATAN1 = %1").arg(delivery));
+        SetOption(env.db(), 316, QStringLiteral("DATAN1 = %1").arg(sound ? 1 : 0));
+        FrmSetting dialog(env.services);
+        dialog.show();
+        QCOMPARE(SoundStates(dialog), states);
+        // Switching delivery: the box follows the option, the path follows the box.
+        Click(&dialog, "OptMsgbox");
+        QCOMPARE(SoundStates(dialog), QStringLiteral("000"));
+        Click(&dialog, "OptBalloon");
+        QCOMPARE(SoundStates(dialog), sound ? QStringLiteral("111") : QStringLiteral("100"));
+        Click(&dialog, "ChkSound");
+        QCOMPARE(SoundStates(dialog), sound ? QStringLiteral("100") : QStringLiteral("111"));
+
+        // A sound file that is not there keeps the dialog open and writes nothing.
+        Type(&dialog, QStringLiteral("ChkSound"), QStringLiteral("1"));
+        env.filePicker.answers.push_back(QStringLiteral("/no/such/ring.wav"));
+        Click(&dialog, "ComSound");
+        QCOMPARE(Shown(&dialog, QStringLiteral("TxtSoundPath")), QStringLiteral("/no/such/ring.wav"));
+        Click(&dialog, "ComOK");
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(env.prompter.texts().size(), 1);
+        QVERIFY(env.prompter.texts().front().contains(QStringLiteral("/no/such/ring.wav")));
+        QCOMPARE(Option(env.db(), 316), QString::number(sound ? 1 : 0));
+        const QString wav = env.dir.filePath(QStringLiteral("ding.wav"));
+        QFile file(wav);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        Type(&dialog, QStringLiteral("TxtSoundPath"), wav);
+        Click(&dialog, "ComOK");
+        QVERIFY(dialog.SettingCommitted());
+        QCOMPARE(Option(env.db(), 316) + Option(env.db(), 315, "MEMO1"), QStringLiteral("1") + wav);
+    }
 };
 
-VERDALY_TEST(TestSettingDesign)
-#include "TestSettingDesign.moc"
+VERDALY_TEST(TestSettingDialog)
+#include "TestSettingDialog.moc"
