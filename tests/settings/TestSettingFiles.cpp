@@ -48,14 +48,6 @@ bool RunMaintenance(TestEnvironment& env, const char* button, const QString& pat
     return dialog.SettingCommitted();
 }
 
-// A byte copy of the live database as it stands now, taken with the connection closed.
-void CopyLive(TestEnvironment& env, const QString& target)
-{
-    env.db().Close();
-    QVERIFY(CopyFileOverwrite(env.path(), target));
-    QVERIFY(env.db().Reopen());
-}
-
 const QByteArray HandMade = "[Desktop Entry]\nType=Application\nName=mine\nExec=/opt/my/verdaly --autostart\n";
 
 } // namespace
@@ -239,7 +231,10 @@ private slots:
             DatabaseConnection foreign(chosen, DatabaseConnection::OpenMode::CreateIfMissing);
             foreign.ExecuteSql(QStringLiteral("CREATE TABLE TRNSCHTSK (ID INTEGER)"));
         } else if (picked == "copy" || picked == "unversioned" || picked == "truncated") {
-            CopyLive(env, chosen);
+            // A byte copy of the live database, taken with the connection closed.
+            env.db().Close();
+            QVERIFY(CopyFileOverwrite(env.path(), chosen));
+            QVERIFY(env.db().Reopen());
             if (picked == "unversioned")
                 DatabaseConnection(chosen).ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10"));
             QFile file(chosen);
