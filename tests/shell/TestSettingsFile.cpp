@@ -1,0 +1,194 @@
+// What one run hands to the next in the settings file and the data folder: the window's
+// placement in twips, read back however the file was left, and written whole or not at all.
+#include "common/Units.h"
+#include "shell/DataFolder.h"
+#include "shell/WindowPlacement.h"
+#include "support/TestKit.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+QByteArray FileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
+}
+
+// Makes every file write past `bytes` fail, as a full disk does, until it goes out of scope.
+class FileSizeLimit final
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_old);
+        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = m_old;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
+    }
+
+private:
+    rlimit m_old{};
+    void (*m_oldHandler)(int) = nullptr;
+};
+
+} // namespace
+
+class TestSettingsFile final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // The expected twips of the tables below are those of 96 dpi, 15 to a pixel.
+    void initTestCase() { QCOMPARE(Units::LogicalDpi(), 96.0); }
+
+    void units_data()
+    {
+        QTest::addColumn<double>("dpi");
+        QTest::addColumn<int>("pixels");
+        QTest::addColumn<int>("twips");
+        // clang-format off
+        QTest::newRow("96 dpi") << 96.0 << 100 << 1500;
+        QTest::newRow("120 dpi") << 120.0 << 100 << 1200;
+        QTest::newRow("144 dpi") << 144.0 << 100 << 1000;
+        QTest::newRow("144 dpi, odd pixel") << 144.0 << 7 << 70;
+        QTest::newRow("96 dpi, negative") << 96.0 << -3 << -45;
+        // clang-format on
+    }
+    void units()
+    {
+        QFETCH(double, dpi);
+        QFETCH(int, pixels);
+        QFETCH(int, twips);
+        QCOMPARE(Units::PixelsToTwips(pixels, dpi), twips);
+        QCOMPARE(Units::TwipsToPixels(twips, dpi), pixels);
+        // Twips stored by another screen round to the nearest pixel.
+        QCOMPARE(Units::TwipsToPixels(twips + 1440 * 0.4 / dpi, dpi), pixels);
+        QCOMPARE(Units::ColorFromStored(0x563412), QColor(0x12, 0x34, 0x56));
+        QCOMPARE(Units::ColorToStored(QColor(0x12, 0x34, 0x56)), 0x563412);
+    }
+
+    // A window designed at (10, 20) 150 x 120 takes what the file says and keeps the rest.
+    void restore_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QRect>("expected");
+        const QRect designed(10, 20, 150, 120);
+        // clang-format off
+        QTest::newRow("all four") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n") << QRect(200, 100, 300, 200);
+        QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << QRect(200, 100, 150, 120);
+        QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << QRect(200, 100, 200, 120);
+        QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << QRect(10, 20, 150, 120);
+        QTest::newRow("section and key in any case") << QByteArray("[FRMMAIN]\ntop = 1500\n") << QRect(10, 100, 150, 120);
+        QTest::newRow("value cut at NUL") << QByteArray("[frmMAIN]\nTop=1500\0zz\n", 22) << QRect(10, 100, 150, 120);
+        QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\nLeft=150\n") << QRect(10, 20, 150, 120);
+        QTest::newRow("key of another section") << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nLeft=150\n") << QRect(10, 20, 150, 120);
+        QTest::newRow("no file keeps everything") << QByteArray() << designed;
+        // clang-format on
+    }
+    void restore()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QRect, expected);
+        QTemporaryDir dir;
+        const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+        if (!content.isEmpty()) {
+            QFile file(ini);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+        }
+        QWidget window;
+        window.setGeometry(10, 20, 150, 120);
+        RestoreWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+        QCOMPARE(window.frameGeometry(), expected);
+    }
+
+    void save_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<int>("writableBytes"); // how much the disk takes; 0 = no limit
+        QTest::addColumn<QByteArray>("after");  // "=" : byte-identical to before
+        const QByteArray old("; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=15\nLeft=30\nHeight=4500\nWidth=3000\nStale=x\n");
+        // clang-format off
+        QTest::newRow("no file yet") << QByteArray() << 0 << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n");
+        QTest::newRow("section replaced whole, the rest kept") << old << 0 << QByteArray("; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n");
+        QTest::newRow("full disk keeps the old file") << old << 8 << QByteArray("=");
+        QTest::newRow("disk full halfway keeps the old file") << old << 60 << QByteArray("=");
+        // clang-format on
+    }
+    void save()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(int, writableBytes);
+        QFETCH(QByteArray, after);
+        QTemporaryDir dir;
+        const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
+        if (!before.isEmpty()) {
+            QFile file(ini);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(before);
+        }
+        QWidget window;
+        window.setGeometry(200, 100, 300, 200);
+        {
+            std::unique_ptr<FileSizeLimit> limit;
+            if (writableBytes > 0)
+                limit = std::make_unique<FileSizeLimit>(static_cast<rlim_t>(writableBytes));
+            SaveWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+        }
+        QCOMPARE(FileBytes(ini), after == "=" ? before : after);
+        // Nothing half-written is left beside it.
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("dayvane.ini")});
+    }
+
+    void dataFolder_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<bool>("databaseBesideProgram");
+        QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
+        // clang-format off
+        QTest::newRow("--data-dir DIR") << QStringList{"--data-dir", "ARG"} << true << "ARG";
+        QTest::newRow("--data-dir=DIR") << QStringList{"--data-dir=ARG"} << false << "ARG";
+        QTest::newRow("portable install") << QStringList{} << true << "EXE";
+        QTest::newRow("per-user folder") << QStringList{} << false << "USER";
+        QTest::newRow("dangling option") << QStringList{"--data-dir"} << false << "USER";
+        // clang-format on
+    }
+    void dataFolder()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(bool, databaseBesideProgram);
+        QFETCH(QString, expected);
+        QStandardPaths::setTestModeEnabled(true);
+        QTemporaryDir dir;
+        const QString exeDir = dir.filePath(QStringLiteral("bin"));
+        const QString argDir = dir.filePath(QStringLiteral("given/nested"));
+        QDir().mkpath(exeDir);
+        if (databaseBesideProgram) {
+            QFile db(QDir(exeDir).filePath(QStringLiteral("QMCalendar.mdb")));
+            QVERIFY(db.open(QIODevice::WriteOnly));
+        }
+        QStringList args{QStringLiteral("verdaly")};
+        for (const QString& a : arguments)
+            args << QString(a).replace(QStringLiteral("ARG"), argDir);
+        const QString resolved = ResolveDataDir(args, exeDir);
+        const QString want = expected == QStringLiteral("ARG") ? argDir
+                             : expected == QStringLiteral("EXE")
+                                 ? exeDir
+                                 : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+        QCOMPARE(resolved, QDir::cleanPath(want));
+        QVERIFY(QFileInfo(resolved).isDir());
+    }
+};
+
+VERDALY_TEST(TestSettingsFile)
+#include "TestSettingsFile.moc"
