@@ -77,58 +77,37 @@ private slots:
         QCOMPARE(Units::ColorToStored(QColor(0x12, 0x34, 0x56)), 0x563412);
     }
 
-    // A window designed at (10, 20) 150 x 120 takes what the file says and keeps the rest.
-    void restore_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QRect>("expected");
-        const QRect designed(10, 20, 150, 120);
-        // clang-format off
-        QTest::newRow("all four") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n") << QRect(200, 100, 300, 200);
-        QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << QRect(200, 100, 150, 120);
-        QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << QRect(200, 100, 200, 120);
-        QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << QRect(10, 20, 150, 120);
-        QTest::newRow("section and key in any case") << QByteArray("[FRMMAIN]\ntop = 1500\n") << QRect(10, 100, 150, 120);
-        QTest::newRow("value cut at NUL") << QByteArray("[frmMAIN]\nTop=1500\0zz\n", 22) << QRect(10, 100, 150, 120);
-        QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\nLeft=150\n") << QRect(10, 20, 150, 120);
-        QTest::newRow("key of another section") << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nLeft=150\n") << QRect(10, 20, 150, 120);
-        QTest::newRow("no file keeps everything") << QByteArray() << designed;
-        // clang-format on
-    }
-    void restore()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(QRect, expected);
-        QTemporaryDir dir;
-        const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
-        if (!content.isEmpty()) {
-            QFile file(ini);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(content);
-        }
-        QWidget window;
-        window.setGeometry(10, 20, 150, 120);
-        RestoreWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
-        QCOMPARE(window.frameGeometry(), expected);
-    }
-
-    void save_data()
+    // A window designed at (10, 20) 150 x 120 takes what the file says and keeps the rest;
+    // what it then saves replaces its section whole, or leaves the file as it was.
+    void placementFile_data()
     {
         QTest::addColumn<QByteArray>("before");
         QTest::addColumn<int>("writableBytes"); // how much the disk takes; 0 = no limit
-        QTest::addColumn<QByteArray>("after");  // "=" : byte-identical to before
-        const QByteArray old("; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=15\nLeft=30\nHeight=4500\nWidth=3000\nStale=x\n");
+        QTest::addColumn<QRect>("restored");
+        QTest::addColumn<QByteArray>("after"); // "=" : byte-identical to before
+        const QByteArray old(
+            "; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\nStale=x\n");
+        const QRect designed(10, 20, 150, 120);
+        const QByteArray kept("[frmMAIN]\nTop=300\nLeft=150\nHeight=1800\nWidth=2250\n");
         // clang-format off
-        QTest::newRow("no file yet") << QByteArray() << 0 << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n");
-        QTest::newRow("section replaced whole, the rest kept") << old << 0 << QByteArray("; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n");
-        QTest::newRow("full disk keeps the old file") << old << 8 << QByteArray("=");
-        QTest::newRow("disk full halfway keeps the old file") << old << 60 << QByteArray("=");
+        QTest::newRow("no file") << QByteArray() << 0 << designed << kept;
+        QTest::newRow("all four, the rest of the file kept") << old << 0 << QRect(200, 100, 300, 200) << QByteArray("; mine\n[Other]\nA=1\n\n[frmMAIN]\nTop=1500\nLeft=3000\nHeight=3000\nWidth=4500\n");
+        QTest::newRow("full disk keeps the old file") << old << 8 << QRect(200, 100, 300, 200) << QByteArray("=");
+        QTest::newRow("disk full halfway keeps the old file") << old << 60 << QRect(200, 100, 300, 200) << QByteArray("=");
+        QTest::newRow("only top and left keep the designed size") << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\n") << 0 << QRect(200, 100, 150, 120) << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=1800\nWidth=2250\n");
+        QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << 0 << QRect(200, 100, 200, 120) << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=1800\nWidth=3000\n");
+        QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << 0 << designed << kept;
+        QTest::newRow("value cut at NUL") << QByteArray("[frmMAIN]\nTop=1500\0zz\n", 22) << 0 << QRect(10, 100, 150, 120) << QByteArray("[frmMAIN]\nTop=1500\nLeft=150\nHeight=1800\nWidth=2250\n");
+        QTest::newRow("empty value") << QByteArray("[frmMAIN]\nTop=\nLeft=150\n") << 0 << designed << kept;
+        QTest::newRow("key of another section") << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nLeft=150\n") << 0 << designed << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nTop=300\nLeft=150\nHeight=1800\nWidth=2250\n");
+        QTest::newRow("section and key in any case") << QByteArray("[FRMMAIN]\ntop = 1500\n") << 0 << QRect(10, 100, 150, 120) << QByteArray("[FRMMAIN]\nTop=1500\nLeft=150\nHeight=1800\nWidth=2250\n");
         // clang-format on
     }
-    void save()
+    void placementFile()
     {
         QFETCH(QByteArray, before);
         QFETCH(int, writableBytes);
+        QFETCH(QRect, restored);
         QFETCH(QByteArray, after);
         QTemporaryDir dir;
         const QString ini = dir.filePath(QStringLiteral("dayvane.ini"));
@@ -138,7 +117,9 @@ private slots:
             file.write(before);
         }
         QWidget window;
-        window.setGeometry(200, 100, 300, 200);
+        window.setGeometry(10, 20, 150, 120);
+        RestoreWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+        QCOMPARE(window.frameGeometry(), restored);
         {
             std::unique_ptr<FileSizeLimit> limit;
             if (writableBytes > 0)
