@@ -137,10 +137,8 @@ private slots:
         QTest::addColumn<bool>("databaseBesideProgram");
         QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
         // clang-format off
-        QTest::newRow("--data-dir DIR") << QStringList{"--data-dir", "ARG"} << true << "ARG";
-        QTest::newRow("--data-dir=DIR") << QStringList{"--data-dir=ARG"} << false << "ARG";
+        QTest::newRow("given folder beats a portable install") << QStringList{"--data-dir", "ARG"} << true << "ARG";
         QTest::newRow("portable install") << QStringList{} << true << "EXE";
-        QTest::newRow("per-user folder") << QStringList{} << false << "USER";
         QTest::newRow("dangling option") << QStringList{"--data-dir"} << false << "USER";
         // clang-format on
     }
