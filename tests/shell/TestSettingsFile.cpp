@@ -18,29 +18,6 @@ QByteArray FileBytes(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
 }
 
-// Makes every file write past `bytes` fail, as a full disk does, until it goes out of scope.
-class FileSizeLimit final
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit = m_old;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-
-private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int) = nullptr;
-};
-
 } // namespace
 
 class TestSettingsFile final : public QObject
@@ -120,12 +97,17 @@ private slots:
         window.setGeometry(10, 20, 150, 120);
         RestoreWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
         QCOMPARE(window.frameGeometry(), restored);
-        {
-            std::unique_ptr<FileSizeLimit> limit;
-            if (writableBytes > 0)
-                limit = std::make_unique<FileSizeLimit>(static_cast<rlim_t>(writableBytes));
-            SaveWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
-        }
+        // A full disk: every write past writableBytes fails while the placement is saved.
+        rlimit unlimited{};
+        getrlimit(RLIMIT_FSIZE, &unlimited);
+        rlimit limit = unlimited;
+        if (writableBytes > 0)
+            limit.rlim_cur = static_cast<rlim_t>(writableBytes);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        SaveWindowPlacement(window, ini, QStringLiteral("frmMAIN"));
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        std::signal(SIGXFSZ, handler);
         QCOMPARE(FileBytes(ini), after == "=" ? before : after);
         // Nothing half-written is left beside it.
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("dayvane.ini")});
