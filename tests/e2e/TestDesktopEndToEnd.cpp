@@ -53,7 +53,8 @@ int ColourIndexOf(QRgb pixel)
     return -1;
 }
 
-// Polls every 100 ms: polling the X server faster slows a loaded desktop enough to lose keys.
+// Polls every 100 ms, as the placement test does: polling the X server twice as often lost
+// the window manager's keys on a loaded machine.
 bool WaitFor(const std::function<bool()>& condition, int timeoutMs)
 {
     QElapsedTimer timer;
@@ -230,7 +231,9 @@ private slots:
         QStringList box;
         QVERIFY2(WaitFor([&] { return !(box = m_desktop.windowsOf(second.processId())).isEmpty(); }, 20000),
                  "the second copy showed no message");
-        // The box may not take keys the moment it is mapped: press Return until it ends.
+        // The box may not take keys the moment it is mapped: press Return until it ends. It is
+        // activated and pressed as a person would; a key sent to its window directly left the
+        // later keys of this display unheard.
         QVERIFY2(WaitFor(
                      [&] {
                          xdotool(Args({"windowactivate", "--sync", box.first(), "key", "Return"}));
