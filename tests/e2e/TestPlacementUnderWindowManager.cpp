@@ -2,6 +2,7 @@
 // window comes back exactly where and as big as it was, maximised or not, and always on
 // its screen.
 #include "shell/IniFile.h"
+#include "support/DesktopSession.h"
 #include "support/TestKit.h"
 #include "support/VirtualDesktop.h"
 
@@ -33,151 +34,143 @@ bool WaitFor(const std::function<bool()>& condition, int timeoutMs)
 
 } // namespace
 
-class TestPlacementUnderWindowManager : public QObject
+class TestPlacementUnderWindowManager final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void restarts_data();
-    void restarts();
+    void initTestCase()
+    {
+        QVERIFY(QFileInfo(VerdalyProgram()).isExecutable());
+        const QString error = m_desktop.start(QStringLiteral("1280x1024"), true);
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+    }
+    void restarts_data()
+    {
+        QTest::addColumn<QByteArray>("ini");      // the file before the first start ("" = none)
+        QTest::addColumn<bool>("hugeFont");       // every design row at 72 points
+        QTest::addColumn<QString>("firstAction"); // done to the window in the first run
+        QTest::addColumn<int>("cycles");
+        QTest::addColumn<bool>("maximisedAfter");
+        const QByteArray placed("[frmMAIN]\nTop=1800\nLeft=3000\nHeight=6000\nWidth=4500\n");
+        // clang-format off
+        QTest::newRow("first start, twenty cycles") << QByteArray() << false << "" << 20 << false;
+        QTest::newRow("placed window stays placed") << placed << false << "" << 3 << false;
+        QTest::newRow("maximised exit keeps the normal placement") << placed << false << "maximise" << 3 << true;
+        QTest::newRow("placement off the screen comes back on it") << QByteArray("[frmMAIN]\nTop=30000\nLeft=30000\nHeight=6000\nWidth=4500\n") << false << "" << 2 << false;
+        QTest::newRow("huge font still fits the screen") << QByteArray() << true << "" << 2 << false;
+        // clang-format on
+    }
+    void restarts()
+    {
+        QFETCH(QByteArray, ini);
+        QFETCH(bool, hugeFont);
+        QFETCH(QString, firstAction);
+        QFETCH(int, cycles);
+        QFETCH(bool, maximisedAfter);
+
+        TestEnvironment env;
+        if (hugeFont)
+            env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FSIZE = 72"));
+        env.services.connection.reset();
+        const QString iniPath = env.services.iniPath();
+        if (!ini.isEmpty()) {
+            QFile file(iniPath);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(ini);
+        }
+        const QRect screen(0, 0, 1280, 1024);
+        QStringList firstSaved;
+        for (int cycle = 0; cycle < cycles; ++cycle) {
+            bool maximised = false;
+            QRect frame;
+            runOnce(env.services.dataDir, cycle == 0 ? firstAction : QString(), cycle > 0 && maximisedAfter, &maximised,
+                    &frame);
+            if (QTest::currentTestFailed())
+                return;
+            const QStringList saved = IniLines(iniPath);
+            const QString where = QStringLiteral("cycle %1: %2").arg(cycle).arg(saved.join(QLatin1Char(' ')));
+            QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame %1,%2 %3x%4")
+                                                                    .arg(frame.x())
+                                                                    .arg(frame.y())
+                                                                    .arg(frame.width())
+                                                                    .arg(frame.height())));
+            if (cycle > 0)
+                QCOMPARE(maximised, maximisedAfter);
+            // One section: the four values, and the maximised mark when it was maximised.
+            QCOMPARE(saved.size(), (cycle == 0 ? maximised : maximisedAfter) ? 6 : 5);
+            if (cycle == 0) {
+                firstSaved = saved;
+                if (!ini.isEmpty() && !hugeFont && !ini.contains("30000"))
+                    QCOMPARE(saved.mid(0, 5).join(QLatin1Char('\n')).toUtf8() + '\n', ini);
+            } else {
+                QVERIFY2(saved == firstSaved,
+                         qPrintable(where + QStringLiteral(" | first: ") + firstSaved.join(QLatin1Char(' '))));
+            }
+        }
+        const QRect saved(ReadIniValue(iniPath, Section, QStringLiteral("Left")).toInt() / 15,
+                          ReadIniValue(iniPath, Section, QStringLiteral("Top")).toInt() / 15,
+                          ReadIniValue(iniPath, Section, QStringLiteral("Width")).toInt() / 15,
+                          ReadIniValue(iniPath, Section, QStringLiteral("Height")).toInt() / 15);
+        QVERIFY(screen.contains(saved));
+    }
 
 private:
     // Starts the program, lets it settle, acts on its window, then stops it as the desktop would.
-    void runOnce(const QString& dataDir, const QString& action, bool expectMaximised, bool* wasMaximised, QRect* frame);
+    void runOnce(const QString& dataDir, const QString& action, bool expectMaximised, bool* wasMaximised, QRect* frame)
+    {
+        QProcess program;
+        program.setProcessEnvironment(m_desktop.environment());
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(VerdalyProgram(), {QStringLiteral("--data-dir"), dataDir});
+        QVERIFY(program.waitForStarted());
+        QStringList windows;
+        QVERIFY2(WaitFor([&] { return !(windows = m_desktop.windowsOf(program.processId())).isEmpty(); }, 20000),
+                 "no window appeared");
+        const QString window = windows.first();
+        QTest::qWait(1500); // the frame arrives and the size is made exact
+        const auto maximised = [&] {
+            return m_desktop
+                .run(QStringLiteral("xprop"), {QStringLiteral("-id"), window, QStringLiteral("_NET_WM_STATE")})
+                .contains(QLatin1String("_NET_WM_STATE_MAXIMIZED_VERT"));
+        };
+        if (action == QLatin1String("maximise")) {
+            // The manager's own maximise key; on a busy machine a key may come before the window
+            // takes keys, so it is pressed again until the window is maximised.
+            // The key toggles: it is pressed again only when a press has surely been lost.
+            bool done = false;
+            for (int attempt = 0; attempt < 3 && !done; ++attempt) {
+                m_desktop.run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"),
+                                                          window, QStringLiteral("key"), QStringLiteral("alt+F10")});
+                done = WaitFor(maximised, 6000);
+            }
+            QVERIFY(done);
+            QTest::qWait(500);
+        }
+        // A busy machine may take a while to hand the maximised state to the manager; a window
+        // that should come back maximised is given that while, one that should not is read now.
+        *wasMaximised = expectMaximised ? WaitFor(maximised, 10000) : maximised();
+        // The frame window is the client's parent's parent under a reparenting manager; the
+        // extents give it from the client's own geometry.
+        const QString info = m_desktop.run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), window});
+        const QString extents = m_desktop.run(QStringLiteral("xprop"),
+                                              {QStringLiteral("-id"), window, QStringLiteral("_NET_FRAME_EXTENTS")});
+        const auto field = [&info](const char* name) {
+            const QRegularExpression re(QString::fromLatin1(name) + QStringLiteral(":\\s*(-?\\d+)"));
+            return re.match(info).captured(1).toInt();
+        };
+        const QStringList e = extents.section(QLatin1Char('='), 1).split(QLatin1Char(','));
+        const int l = e.value(0).trimmed().toInt(), r = e.value(1).trimmed().toInt();
+        const int t = e.value(2).trimmed().toInt(), b = e.value(3).trimmed().toInt();
+        *frame = QRect(field("Absolute upper-left X") - l, field("Absolute upper-left Y") - t, field("Width") + l + r,
+                       field("Height") + t + b);
+        program.terminate();
+        QVERIFY(program.waitForFinished(15000));
+        QCOMPARE(program.exitCode(), 0);
+    }
 
     VirtualDesktop m_desktop;
 };
-
-void TestPlacementUnderWindowManager::initTestCase()
-{
-    QVERIFY(QFileInfo(VerdalyProgram()).isExecutable());
-    const QString error = m_desktop.start(QStringLiteral("1280x1024"), true);
-    QVERIFY2(error.isEmpty(), qPrintable(error));
-}
-
-void TestPlacementUnderWindowManager::runOnce(const QString& dataDir, const QString& action, bool expectMaximised,
-                                              bool* wasMaximised, QRect* frame)
-{
-    QProcess program;
-    program.setProcessEnvironment(m_desktop.environment());
-    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    program.start(VerdalyProgram(), {QStringLiteral("--data-dir"), dataDir});
-    QVERIFY(program.waitForStarted());
-    QStringList windows;
-    QVERIFY2(WaitFor([&] { return !(windows = m_desktop.windowsOf(program.processId())).isEmpty(); }, 20000),
-             "no window appeared");
-    const QString window = windows.first();
-    QTest::qWait(1500); // the frame arrives and the size is made exact
-    const auto maximised = [&] {
-        return m_desktop.run(QStringLiteral("xprop"), {QStringLiteral("-id"), window, QStringLiteral("_NET_WM_STATE")})
-            .contains(QLatin1String("_NET_WM_STATE_MAXIMIZED_VERT"));
-    };
-    if (action == QLatin1String("maximise")) {
-        // The manager's own maximise key; on a busy machine a key may come before the window
-        // takes keys, so it is pressed again until the window is maximised.
-        // The key toggles: it is pressed again only when a press has surely been lost.
-        bool done = false;
-        for (int attempt = 0; attempt < 3 && !done; ++attempt) {
-            m_desktop.run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"),
-                                                      window, QStringLiteral("key"), QStringLiteral("alt+F10")});
-            done = WaitFor(maximised, 6000);
-        }
-        QVERIFY(done);
-        QTest::qWait(500);
-    }
-    // A busy machine may take a while to hand the maximised state to the manager; a window
-    // that should come back maximised is given that while, one that should not is read now.
-    *wasMaximised = expectMaximised ? WaitFor(maximised, 10000) : maximised();
-    // The frame window is the client's parent's parent under a reparenting manager; the
-    // extents give it from the client's own geometry.
-    const QString info = m_desktop.run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), window});
-    const QString extents =
-        m_desktop.run(QStringLiteral("xprop"), {QStringLiteral("-id"), window, QStringLiteral("_NET_FRAME_EXTENTS")});
-    const auto field = [&info](const char* name) {
-        const QRegularExpression re(QString::fromLatin1(name) + QStringLiteral(":\\s*(-?\\d+)"));
-        return re.match(info).captured(1).toInt();
-    };
-    const QStringList e = extents.section(QLatin1Char('='), 1).split(QLatin1Char(','));
-    const int l = e.value(0).trimmed().toInt(), r = e.value(1).trimmed().toInt();
-    const int t = e.value(2).trimmed().toInt(), b = e.value(3).trimmed().toInt();
-    *frame = QRect(field("Absolute upper-left X") - l, field("Absolute upper-left Y") - t, field("Width") + l + r,
-                   field("Height") + t + b);
-    program.terminate();
-    QVERIFY(program.waitForFinished(15000));
-    QCOMPARE(program.exitCode(), 0);
-}
-
-void TestPlacementUnderWindowManager::restarts_data()
-{
-    QTest::addColumn<QByteArray>("ini");      // the file before the first start ("" = none)
-    QTest::addColumn<bool>("hugeFont");       // every design row at 72 points
-    QTest::addColumn<QString>("firstAction"); // done to the window in the first run
-    QTest::addColumn<int>("cycles");
-    QTest::addColumn<bool>("maximisedAfter");
-    const QByteArray placed("[frmMAIN]\nTop=1800\nLeft=3000\nHeight=6000\nWidth=4500\n");
-    // clang-format off
-    QTest::newRow("first start, twenty cycles") << QByteArray() << false << "" << 20 << false;
-    QTest::newRow("placed window stays placed") << placed << false << "" << 3 << false;
-    QTest::newRow("maximised exit keeps the normal placement") << placed << false << "maximise" << 3 << true;
-    QTest::newRow("placement off the screen comes back on it") << QByteArray("[frmMAIN]\nTop=30000\nLeft=30000\nHeight=6000\nWidth=4500\n") << false << "" << 2 << false;
-    QTest::newRow("huge font still fits the screen") << QByteArray() << true << "" << 2 << false;
-    // clang-format on
-}
-
-void TestPlacementUnderWindowManager::restarts()
-{
-    QFETCH(QByteArray, ini);
-    QFETCH(bool, hugeFont);
-    QFETCH(QString, firstAction);
-    QFETCH(int, cycles);
-    QFETCH(bool, maximisedAfter);
-
-    TestEnvironment env;
-    if (hugeFont)
-        env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FSIZE = 72"));
-    env.services.connection.reset();
-    const QString iniPath = env.services.iniPath();
-    if (!ini.isEmpty()) {
-        QFile file(iniPath);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(ini);
-    }
-    const QRect screen(0, 0, 1280, 1024);
-    QStringList firstSaved;
-    for (int cycle = 0; cycle < cycles; ++cycle) {
-        bool maximised = false;
-        QRect frame;
-        runOnce(env.services.dataDir, cycle == 0 ? firstAction : QString(), cycle > 0 && maximisedAfter, &maximised,
-                &frame);
-        if (QTest::currentTestFailed())
-            return;
-        const QStringList saved = IniLines(iniPath);
-        const QString where = QStringLiteral("cycle %1: %2").arg(cycle).arg(saved.join(QLatin1Char(' ')));
-        QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame %1,%2 %3x%4")
-                                                                .arg(frame.x())
-                                                                .arg(frame.y())
-                                                                .arg(frame.width())
-                                                                .arg(frame.height())));
-        if (cycle > 0)
-            QCOMPARE(maximised, maximisedAfter);
-        // One section: the four values, and the maximised mark when it was maximised.
-        QCOMPARE(saved.size(), (cycle == 0 ? maximised : maximisedAfter) ? 6 : 5);
-        if (cycle == 0) {
-            firstSaved = saved;
-            if (!ini.isEmpty() && !hugeFont && !ini.contains("30000"))
-                QCOMPARE(saved.mid(0, 5).join(QLatin1Char('\n')).toUtf8() + '\n', ini);
-        } else {
-            QVERIFY2(saved == firstSaved,
-                     qPrintable(where + QStringLiteral(" | first: ") + firstSaved.join(QLatin1Char(' '))));
-        }
-    }
-    const QRect saved(ReadIniValue(iniPath, Section, QStringLiteral("Left")).toInt() / 15,
-                      ReadIniValue(iniPath, Section, QStringLiteral("Top")).toInt() / 15,
-                      ReadIniValue(iniPath, Section, QStringLiteral("Width")).toInt() / 15,
-                      ReadIniValue(iniPath, Section, QStringLiteral("Height")).toInt() / 15);
-    QVERIFY(screen.contains(saved));
-}
 
 VERDALY_TEST(TestPlacementUnderWindowManager)
 #include "TestPlacementUnderWindowManager.moc"

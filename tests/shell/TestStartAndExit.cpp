@@ -1,0 +1,316 @@
+// The main window's life as the desktop sees it: a start on broken files or a mistyped
+// command line, a second copy, showing at login, the close box, and what exit writes.
+#include "mainwindow/FrmMain.h"
+#include "shell/IniFile.h"
+#include "store/DatabaseVersion.h"
+#include "support/TestKit.h"
+
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+QByteArray FileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+} // namespace
+
+class TestStartAndExit final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // What the user sees when the files around the database are broken: one message that
+    // names the file and what is wrong with it, an exit code, and the file left as it was.
+    void brokenFiles_data()
+    {
+        QTest::addColumn<QString>("setup");
+        QTest::addColumn<QString>("message"); // a part of the one message shown; "" = none
+        QTest::addColumn<int>("exitCode");    // -1: the program starts
+        QTest::addColumn<bool>("fileKept");   // the database file is byte-identical afterwards
+        // clang-format off
+        QTest::newRow("not a database") << "random" << "読み込めません" << 1 << true;
+        QTest::newRow("locked by another program") << "locked" << "他のプログラムに使用されています" << 1 << true;
+        QTest::newRow("a second copy") << "second" << "既に起動されています。" << 0 << true;
+        QTest::newRow("folder in place of the file") << "folder" << "ファイルではありません" << 1 << false;
+        QTest::newRow("cannot be built") << "unbuildable" << "作成できません" << 1 << false;
+        QTest::newRow("first start builds the database") << "nofile" << "" << -1 << false;
+        QTest::newRow("0-byte file is built anew") << "empty" << "" << -1 << false;
+        QTest::newRow("old release's database is upgraded") << "old" << "" << -1 << false;
+        QTest::newRow("lock of a process that is gone") << "deadlock" << "" << -1 << true;
+        QTest::newRow("empty lock file") << "emptylock" << "" << -1 << true;
+        QTest::newRow("lock naming pid 0") << "pid0lock" << "" << -1 << true;
+        QTest::newRow("folder cannot be written") << "unwritable" << "データフォルダに書き込めません" << 1 << true;
+        // clang-format on
+    }
+    void brokenFiles()
+    {
+        QFETCH(QString, setup);
+        QFETCH(QString, message);
+        QFETCH(int, exitCode);
+        QFETCH(bool, fileKept);
+        const QStringList noDatabase{"random", "folder", "unbuildable", "empty", "nofile"};
+        TestEnvironment env(!noDatabase.contains(setup));
+        if (setup == QLatin1String("old"))
+            DowngradeDatabase(env.db(), 10);
+        env.services.connection.reset();
+        const QString db = env.path();
+        const QString lock = env.services.lockPath();
+        QProcess holder;
+        // The first copy of a second start runs on services of its own.
+        AppServices firstServices;
+        firstServices.dataDir = env.services.dataDir;
+        firstServices.clock = &env.clock;
+        firstServices.prompter = &env.prompter;
+        std::unique_ptr<FrmMain> first;
+        if (setup == QLatin1String("second")) {
+            first = std::make_unique<FrmMain>(firstServices);
+            QVERIFY(first->Form_Load());
+        } else if (setup == QLatin1String("random"))
+            WriteFile(db, QByteArray(8192, '\x5a'));
+        else if (setup == QLatin1String("empty"))
+            WriteFile(db, QByteArray());
+        else if (setup == QLatin1String("folder"))
+            QVERIFY(QDir().mkpath(db));
+        else if (setup == QLatin1String("unbuildable"))
+            QVERIFY(QDir().mkpath(db + QStringLiteral(".building/x")));
+        else if (setup == QLatin1String("emptylock"))
+            WriteFile(lock, QByteArray());
+        else if (setup == QLatin1String("pid0lock"))
+            WriteFile(lock, "0\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+        else if (setup == QLatin1String("deadlock")) {
+            // The copy that held it was killed: its process is gone, its lock file is not.
+            holder.start(QStringLiteral("true"));
+            QVERIFY(holder.waitForStarted());
+            const qint64 gone = holder.processId();
+            QVERIFY(holder.waitForFinished());
+            WriteFile(lock, QByteArray::number(gone) + "\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+        } else if (setup == QLatin1String("unwritable"))
+            env.services.dataDir = QStringLiteral("/proc"); // not writable, not even for root
+        else if (setup == QLatin1String("locked")) {
+            // Another program (the engine's own shell) holds the file with an exclusive lock.
+            holder.start(QStringLiteral("sqlite3"), {db});
+            QVERIFY(holder.waitForStarted());
+            holder.write("BEGIN EXCLUSIVE;\nSELECT 'holding';\n");
+            QVERIFY(holder.waitForReadyRead(5000));
+            QCOMPARE(holder.readAll().trimmed(), QByteArray("holding"));
+        }
+        const QByteArray before = FileBytes(db);
+
+        QElapsedTimer clock;
+        clock.start();
+        {
+            FrmMain main(env.services);
+            const bool started = main.Form_Load();
+            QCOMPARE(started, exitCode < 0);
+            if (started) {
+                QVERIFY2(env.prompter.shown.isEmpty(), qPrintable(env.prompter.texts().join(QLatin1Char('|'))));
+                main.Form_Unload();
+            } else {
+                QCOMPARE(main.loadExitCode(), exitCode);
+                QCOMPARE(env.prompter.shown.size(), 1);
+                QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
+                const QString text = env.prompter.shown.front().text;
+                QVERIFY2(text.contains(message), qPrintable(text));
+                // The message names the file (or the folder) it is about; a second copy needs not.
+                if (!first) {
+                    QVERIFY2(text.contains(setup == QLatin1String("unwritable") ? env.services.dataDir : db),
+                             qPrintable(text));
+                }
+                QVERIFY(!main.trayIcon());
+                QVERIFY(!env.services.connection || !env.services.connection->isOpen());
+            }
+        }
+        // A lock is waited for a few seconds at most.
+        QVERIFY2(clock.elapsed() < 6000, qPrintable(QString::number(clock.elapsed())));
+        if (holder.state() == QProcess::Running) {
+            holder.write("ROLLBACK;\n.quit\n");
+            holder.closeWriteChannel();
+            QVERIFY(holder.waitForFinished(5000));
+        }
+        if (fileKept)
+            QCOMPARE(FileBytes(db), before);
+        if (exitCode < 0) {
+            // It started on a database of this release, and the lock is free again for the next start.
+            env.open();
+            QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
+            QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("82000 <= CODE AND CODE < 82999")), 5);
+            QCOMPARE(env.count(QStringLiteral("TRNCOLOR"), QStringLiteral("CODE = 135")), 1);
+            QLockFile next(lock);
+            QVERIFY(next.tryLock(0));
+        } else {
+            QVERIFY(!QFileInfo::exists(env.services.iniPath()));
+        }
+        if (first)
+            first->Form_Unload();
+    }
+
+    void commandLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("database"); // where the first start builds it; "" = refused
+        const QString given = QStringLiteral("data/QMCalendar.mdb");
+        // clang-format off
+        QTest::newRow("no arguments") << QStringList{} << "home/.local/share/halvern-verdaly/QMCalendar.mdb";
+        QTest::newRow("folder after the option") << QStringList{"--data-dir", "DIR"} << given;
+        QTest::newRow("folder joined with =") << QStringList{"--data-dir=DIR"} << given;
+        QTest::newRow("started at login") << QStringList{"--autostart", "--data-dir", "DIR"} << given;
+        QTest::newRow("option without a folder") << QStringList{"--data-dir"} << "";
+        QTest::newRow("empty folder after =") << QStringList{"--data-dir="} << "";
+        QTest::newRow("option where the folder should be") << QStringList{"--data-dir", "--other"} << "";
+        QTest::newRow("unknown option") << QStringList{"--colour"} << "";
+        QTest::newRow("stray word") << QStringList{"--data-dir", "DIR", "extra"} << "";
+        // clang-format on
+    }
+    void commandLine()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, database);
+        QTemporaryDir dir;
+        for (QString& a : arguments)
+            a.replace(QStringLiteral("DIR"), dir.filePath(QStringLiteral("data")));
+        // The real program, told nothing but these arguments.
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), dir.filePath(QStringLiteral("home")));
+        environment.remove(QStringLiteral("XDG_DATA_HOME"));
+        program.setProcessEnvironment(environment);
+        program.start(QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly")), arguments);
+        QVERIFY(program.waitForStarted());
+        if (!database.isEmpty()) {
+            // It builds its database in its data folder and runs on; no usage is printed.
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.filePath(database)), 10000);
+            QVERIFY(!program.waitForFinished(1000));
+            program.terminate();
+            QVERIFY(program.waitForFinished(10000));
+            QVERIFY(!program.readAllStandardError().contains("verdaly ["));
+        } else {
+            QVERIFY(program.waitForFinished(10000));
+            QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.exitCode(), 2);
+            const QString err = QString::fromUtf8(program.readAllStandardError());
+            QVERIFY2(err.contains(QStringLiteral("使い方: verdaly [--data-dir")), qPrintable(err));
+            // Nothing was created anywhere.
+            QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("data"))));
+            QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("home"))));
+        }
+    }
+
+    // One run from start to exit. A start at login waits quietly in the tray when the
+    // calendar stays resident, but never leaves the window out of reach; the close box of a
+    // resident calendar only puts it away. Exit writes every one of the 30 note slots (none
+    // after a restore) and the placement, unless the window is minimised.
+    void startToExit_data()
+    {
+        QTest::addColumn<int>("resident"); // DATAN1 of 311; -1 = no row
+        QTest::addColumn<bool>("tray");
+        QTest::addColumn<bool>("autostarted");
+        QTest::addColumn<QString>("shown"); // "at once", "later" or "never"
+        QTest::addColumn<int>("closedBy");
+        QTest::addColumn<QString>("after"); // "exited", "in the tray" or "minimised"
+        QTest::addColumn<bool>("restoreDone");
+        const int box = static_cast<int>(UnloadMode::FormControlMenu);
+        const int code = static_cast<int>(UnloadMode::FormCode);
+        const int session = static_cast<int>(UnloadMode::AppWindows);
+        // clang-format off
+        QTest::newRow("from the menu, resident, session end") << 1 << true << false << "at once" << session << "exited" << false;
+        QTest::newRow("resident: exit menu") << 1 << true << false << "at once" << code << "exited" << false;
+        QTest::newRow("resident: close box hides to the tray") << 1 << true << false << "at once" << box << "in the tray" << false;
+        QTest::newRow("login, not resident: close box exits") << 0 << true << true << "at once" << box << "exited" << false;
+        QTest::newRow("other value: close box exits") << 2 << true << false << "at once" << box << "exited" << false;
+        QTest::newRow("no row: close box exits") << -1 << true << false << "at once" << box << "exited" << false;
+        QTest::newRow("login, resident, tray") << 1 << true << true << "never" << session << "exited" << false;
+        // Once no tray came the window shows, and the close box minimises it instead.
+        QTest::newRow("login, resident, no tray ever") << 1 << false << true << "later" << box << "minimised" << false;
+        QTest::newRow("exit after a restore") << 0 << true << false << "at once" << code << "exited" << true;
+        // clang-format on
+    }
+    void startToExit()
+    {
+        QFETCH(int, resident);
+        QFETCH(bool, tray);
+        QFETCH(bool, autostarted);
+        QFETCH(QString, shown);
+        QFETCH(int, closedBy);
+        QFETCH(QString, after);
+        QFETCH(bool, restoreDone);
+        TestEnvironment env;
+        if (resident < 0)
+            env.db().ExecuteSql(QStringLiteral("DELETE * FROM TRNGENERAL WHERE CODE = 311"));
+        else
+            env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = %1 WHERE CODE = 311").arg(resident));
+        // Each closed slot has a place of its own that must be kept.
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = DATAN1 * 100, DATAN3 = DATAN1 * 200, "
+                                           "DATAS2 = '6', MEMO1 = 'old' WHERE CODE = 501"));
+        const QString notesSql = QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 501 ORDER BY DATAN1");
+        const QStringList columns{"DATAN1", "DATAS3", "DATAS2", "MEMO1", "DATAN2", "DATAN3"};
+        const QStringList stored = Lines(env.db(), notesSql, columns);
+        env.services.connection.reset();
+        FrmMain main(env.services);
+        main.setTrayAvailabilityForTesting(tray ? 1 : 0);
+        QVERIFY(main.Form_Load());
+        QStringList expected;
+        QList<QPointer<QWidget>> windows;
+        for (int n = 1; n <= 30; ++n) {
+            if (n % 3 == 2) {
+                expected << QStringLiteral("%1|0|||%2|%3").arg(n).arg(n * 100).arg(n * 200);
+                continue;
+            }
+            StickyNoteSlot& slot = env.services.state.StickyNotes[static_cast<size_t>(n)];
+            slot.inUse = true;
+            slot.text = QStringLiteral("メモ %1\nit's").arg(n);
+            slot.colorIndex = n % 7;
+            slot.left = n * 15;
+            slot.top = n * 30;
+            slot.window = new QWidget;
+            slot.window->setAttribute(Qt::WA_DeleteOnClose);
+            slot.window->show();
+            windows << slot.window;
+            expected << QStringLiteral("%1|1|%2|%3|%4|%5").arg(n).arg(n % 7).arg(slot.text).arg(n * 15).arg(n * 30);
+        }
+
+        main.ShowAtStart(autostarted);
+        QCOMPARE(main.isVisible(), shown == QLatin1String("at once"));
+        if (shown == QLatin1String("later"))
+            QTRY_VERIFY_WITH_TIMEOUT(main.isVisible(), 8000);
+        else
+            QTest::qWait(600);
+        QCOMPARE(main.isVisible(), shown != QLatin1String("never"));
+        if (main.isVisible())
+            QVERIFY(QTest::qWaitForWindowExposed(&main));
+
+        env.services.state.RestoreDone = restoreDone;
+        if (closedBy == static_cast<int>(UnloadMode::FormControlMenu))
+            main.close();
+        else
+            main.RequestShutdown(static_cast<UnloadMode>(closedBy));
+        QCOMPARE(main.isUnloaded(), after == QLatin1String("exited"));
+        QCOMPARE(main.isVisible(), after == QLatin1String("minimised"));
+        QCOMPARE(main.isMinimized(), after != QLatin1String("exited"));
+        QCOMPARE(env.services.connection != nullptr, after != QLatin1String("exited"));
+        if (!main.isUnloaded())
+            main.RequestShutdown(UnloadMode::FormCode);
+        QVERIFY(main.isUnloaded());
+
+        QTest::qWait(0);
+        for (const QPointer<QWidget>& window : windows)
+            QVERIFY(!window || !window->isVisible());
+        env.open();
+        QCOMPARE(Lines(env.db(), notesSql, columns), restoreDone ? stored : expected);
+        QCOMPARE(ReadIniValue(env.services.iniPath(), QStringLiteral("frmMAIN"), QStringLiteral("Height")).isEmpty(),
+                 after != QLatin1String("exited"));
+    }
+};
+
+VERDALY_TEST(TestStartAndExit)
+#include "TestStartAndExit.moc"
