@@ -5,8 +5,8 @@
 // text, its colour and its place; and a second copy on the same folder is refused.
 #include "common/Clock.h"
 #include "notes/StickyNoteColors.h"
+#include "support/DesktopSession.h"
 #include "support/TestKit.h"
-#include "support/VirtualDesktop.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -53,20 +53,6 @@ int ColourIndexOf(QRgb pixel)
     return -1;
 }
 
-// Polls every 100 ms, as the placement test does: polling the X server twice as often lost
-// the window manager's keys on a loaded machine.
-bool WaitFor(const std::function<bool()>& condition, int timeoutMs)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > timeoutMs)
-            return false;
-        QTest::qWait(100);
-    }
-    return true;
-}
-
 QStringList Args(std::initializer_list<QVariant> values)
 {
     QStringList list;
@@ -84,8 +70,8 @@ class TestDesktopEndToEnd final : public QObject
 private slots:
     void initTestCase()
     {
-        const QString why = m_desktop.start(QStringLiteral("1024x768"), true);
-        QVERIFY2(why.isEmpty(), qPrintable(why));
+        QString why;
+        QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1024x768"), true), qPrintable(why));
         // Another X client holds Ctrl+Alt+J on the root window, as a desktop tool would.
         m_otherClient = xcb_connect(m_desktop.display().toLatin1().constData(), nullptr);
         QVERIFY(!xcb_connection_has_error(m_otherClient));
@@ -129,9 +115,10 @@ private slots:
         const qint64 pid = calendar.processId();
         // The start reports the combination another program holds.
         QByteArray log;
-        QVERIFY2(WaitFor([&] { return (log += calendar.readAllStandardError()).contains("another program holds it"); },
-                         20000),
-                 log.constData());
+        QVERIFY2(
+            WaitUntil([&] { return (log += calendar.readAllStandardError()).contains("another program holds it"); },
+                      20000, 100),
+            log.constData());
         QVERIFY(QString::fromUtf8(log).contains(QStringLiteral("[Ctrl] + [Alt] + J for タスク入力")));
 
         // Another program in front; the hot key still reaches the calendar.
@@ -139,25 +126,29 @@ private slots:
         other.setProcessEnvironment(m_desktop.environment());
         other.start(QStringLiteral("xmessage"), {"-name", "otherprogram", "another program"});
         QString otherWindow;
-        QVERIFY(WaitFor([&] { return !(otherWindow = search({"--classname", "otherprogram"})).isEmpty(); }, 20000));
+        QVERIFY(WaitUntil(
+            [&] {
+                return !(otherWindow = search({"--classname", "otherprogram"})).isEmpty();
+            },
+            20000, 100));
         xdotool(Args({"windowactivate", "--sync", otherWindow}));
         QCOMPARE(xdotool(Args({"getactivewindow"})), otherWindow);
         xdotool(Args({"key", "ctrl+alt+k"}));
         QString editor;
-        QVERIFY2(WaitFor(
+        QVERIFY2(WaitUntil(
                      [&] {
                          return !(editor = search(Args({"--pid", pid, "--name", "^スケジュール$"}))).isEmpty();
                      },
-                     20000),
+                     20000, 100),
                  "no schedule editor");
         xdotool(Args({"windowactivate", "--sync", editor}));
         xdotool(Args({"type", "--delay", 40, "hotkey"}));
         xdotool(Args({"key", "Return"}));
-        QVERIFY2(WaitFor(
+        QVERIFY2(WaitUntil(
                      [&] {
                          return search({"--name", "^スケジュール$"}).isEmpty();
                      },
-                     20000),
+                     20000, 100),
                  "the editor stayed open");
         QCOMPARE(Lines(*OpenDatabaseConnection(data.path(), QString()), QStringLiteral("SELECT * FROM TRNSCHTSK"),
                        {"BUSINESS", "STARTDT", "DATA"}),
@@ -229,17 +220,17 @@ private slots:
         second.setProcessEnvironment(m_desktop.environment());
         second.start(VerdalyProgram(), {QStringLiteral("--data-dir"), data.services.dataDir});
         QStringList box;
-        QVERIFY2(WaitFor([&] { return !(box = m_desktop.windowsOf(second.processId())).isEmpty(); }, 20000),
+        QVERIFY2(WaitUntil([&] { return !(box = m_desktop.visibleWindows(second.processId())).isEmpty(); }, 20000, 100),
                  "the second copy showed no message");
         // The box may not take keys the moment it is mapped: press Return until it ends. It is
         // activated and pressed as a person would; a key sent to its window directly left the
         // later keys of this display unheard.
-        QVERIFY2(WaitFor(
+        QVERIFY2(WaitUntil(
                      [&] {
                          xdotool(Args({"windowactivate", "--sync", box.first(), "key", "Return"}));
                          return second.waitForFinished(1000);
                      },
-                     20000),
+                     20000, 100),
                  "the second copy did not end");
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(again.state(), QProcess::Running);
@@ -304,7 +295,7 @@ private:
         QTRY_VERIFY2_WITH_TIMEOUT(!windows(calendar.processId(), QStringLiteral("/")).isEmpty(), "no calendar", 20000);
     }
 
-    VirtualDesktop m_desktop;
+    DesktopSession m_desktop;
     xcb_connection_t* m_otherClient = nullptr;
 };
 

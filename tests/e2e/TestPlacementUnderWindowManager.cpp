@@ -4,7 +4,6 @@
 #include "shell/IniFile.h"
 #include "support/DesktopSession.h"
 #include "support/TestKit.h"
-#include "support/VirtualDesktop.h"
 
 #include <QtTest>
 
@@ -20,18 +19,6 @@ QStringList IniLines(const QString& path)
     return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-bool WaitFor(const std::function<bool()>& condition, int timeoutMs)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > timeoutMs)
-            return false;
-        QTest::qWait(100);
-    }
-    return true;
-}
-
 } // namespace
 
 class TestPlacementUnderWindowManager final : public QObject
@@ -42,8 +29,8 @@ private slots:
     void initTestCase()
     {
         QVERIFY(QFileInfo(VerdalyProgram()).isExecutable());
-        const QString error = m_desktop.start(QStringLiteral("1280x1024"), true);
-        QVERIFY2(error.isEmpty(), qPrintable(error));
+        QString why;
+        QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1280x1024"), true), qPrintable(why));
     }
     void restarts_data()
     {
@@ -125,8 +112,9 @@ private:
         program.start(VerdalyProgram(), {QStringLiteral("--data-dir"), dataDir});
         QVERIFY(program.waitForStarted());
         QStringList windows;
-        QVERIFY2(WaitFor([&] { return !(windows = m_desktop.windowsOf(program.processId())).isEmpty(); }, 20000),
-                 "no window appeared");
+        QVERIFY2(
+            WaitUntil([&] { return !(windows = m_desktop.visibleWindows(program.processId())).isEmpty(); }, 20000, 100),
+            "no window appeared");
         const QString window = windows.first();
         QTest::qWait(1500); // the frame arrives and the size is made exact
         const auto maximised = [&] {
@@ -142,14 +130,14 @@ private:
             for (int attempt = 0; attempt < 3 && !done; ++attempt) {
                 m_desktop.run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"),
                                                           window, QStringLiteral("key"), QStringLiteral("alt+F10")});
-                done = WaitFor(maximised, 6000);
+                done = WaitUntil(maximised, 6000, 100);
             }
             QVERIFY(done);
             QTest::qWait(500);
         }
         // A busy machine may take a while to hand the maximised state to the manager; a window
         // that should come back maximised is given that while, one that should not is read now.
-        *wasMaximised = expectMaximised ? WaitFor(maximised, 10000) : maximised();
+        *wasMaximised = expectMaximised ? WaitUntil(maximised, 10000, 100) : maximised();
         // The frame window is the client's parent's parent under a reparenting manager; the
         // extents give it from the client's own geometry.
         const QString info = m_desktop.run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), window});
@@ -169,7 +157,7 @@ private:
         QCOMPARE(program.exitCode(), 0);
     }
 
-    VirtualDesktop m_desktop;
+    DesktopSession m_desktop;
 };
 
 VERDALY_TEST(TestPlacementUnderWindowManager)

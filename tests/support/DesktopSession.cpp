@@ -8,14 +8,14 @@
 #include <QStandardPaths>
 #include <QTest>
 
-bool WaitUntil(const std::function<bool()>& condition, int timeoutMs)
+bool WaitUntil(const std::function<bool()>& condition, int timeoutMs, int pollMs)
 {
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < timeoutMs) {
         if (condition())
             return true;
-        QTest::qWait(50);
+        QTest::qWait(pollMs);
     }
     return condition();
 }
@@ -97,7 +97,7 @@ bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool 
             return run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
                 .contains(QLatin1String("window id"));
         },
-        10000);
+        10000, 100);
     return true;
 }
 

@@ -7,8 +7,10 @@
 
 #include <functional>
 
-// Polls condition every 50 ms until it holds or timeoutMs passed; answers the last result.
-bool WaitUntil(const std::function<bool()>& condition, int timeoutMs);
+// Polls condition every pollMs until it holds or timeoutMs passed; answers the last result.
+// Runs that poll the X server under a window manager use 100 ms: twice as often lost the
+// manager's keys on a loaded machine.
+bool WaitUntil(const std::function<bool()>& condition, int timeoutMs, int pollMs = 50);
 
 // The real calendar program of this build.
 QString VerdalyProgram();
