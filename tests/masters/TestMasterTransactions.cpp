@@ -31,11 +31,6 @@ QStringList DayOffs(DatabaseConnection& db)
                  {"DATAN1", "DATAN2", "DATAS1"});
 }
 
-void StoreDayOff(DatabaseConnection& db, int month, int day, const QString& remark)
-{
-    StoreGeneral(db, 200, {{"DATAN1", month}, {"DATAN2", day}, {"DATAS1", remark}, {"DATAS2", QString()}});
-}
-
 // One master dialog and the one change the tables make in it: a new class "内側", the
 // first priority renamed to "内側", or a new day-off 8/13 "内側".
 struct Master

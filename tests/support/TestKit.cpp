@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -31,15 +32,23 @@ StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QSt
     return e;
 }
 
+namespace {
+// Texts are quoted, numbers written as they are.
+QString SqlValue(const QVariant& value)
+{
+    const bool number = value.typeId() == QMetaType::Int || value.typeId() == QMetaType::LongLong ||
+                        value.typeId() == QMetaType::Double;
+    return number ? value.toString() : QuoteText(value.toString());
+}
+} // namespace
+
 void StoreRow(DatabaseConnection& db, const QString& table, const Columns& columns)
 {
     QStringList names;
     QStringList values;
     for (const auto& [name, value] : columns) {
         names << name;
-        const bool number = value.typeId() == QMetaType::Int || value.typeId() == QMetaType::LongLong ||
-                            value.typeId() == QMetaType::Double;
-        values << (number ? value.toString() : QuoteText(value.toString()));
+        values << SqlValue(value);
     }
     db.ExecuteSql(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                       .arg(table, names.join(QLatin1Char(',')), values.join(QLatin1Char(','))));
@@ -84,15 +93,38 @@ void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns)
     StoreRow(db, QStringLiteral("TRNGENERAL"), all);
 }
 
+void SetGeneral(DatabaseConnection& db, int code, const Columns& columns)
+{
+    QStringList assignments;
+    for (const auto& [name, value] : columns)
+        assignments << name + QStringLiteral(" = ") + SqlValue(value);
+    db.ExecuteSql(
+        QStringLiteral("UPDATE TRNGENERAL SET %1 WHERE CODE = %2").arg(assignments.join(QLatin1Char(','))).arg(code));
+}
+
+void StoreDayOff(DatabaseConnection& db, int month, int day, const QString& remark)
+{
+    StoreGeneral(db, 200, {{"DATAN1", month}, {"DATAN2", day}, {"DATAS1", remark}, {"DATAS2", QString()}});
+}
+
 void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon, bool sound, const QString& soundFile)
 {
-    const auto set = [&db](int code, const QString& column, const QString& value) {
-        db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 = %2 WHERE CODE = %3").arg(column, value).arg(code));
-    };
-    set(304, QStringLiteral("DATAN1"), QString::number(advance));
-    set(314, QStringLiteral("DATAN1"), balloon ? QStringLiteral("1") : QStringLiteral("0"));
-    set(316, QStringLiteral("DATAN1"), sound ? QStringLiteral("1") : QStringLiteral("0"));
-    set(315, QStringLiteral("MEMO1"), QuoteText(soundFile));
+    SetGeneral(db, 304, {{"DATAN1", advance}});
+    SetGeneral(db, 314, {{"DATAN1", balloon ? 1 : 0}});
+    SetGeneral(db, 316, {{"DATAN1", sound ? 1 : 0}});
+    SetGeneral(db, 315, {{"MEMO1", soundFile}});
+}
+
+QByteArray FileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
+}
+
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
 }
 
 QString Column(DatabaseConnection& db, int id, const char* column)

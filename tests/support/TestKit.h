@@ -63,11 +63,21 @@ StoredEntry WithAlarm(StoredEntry entry);
 void StoreClass(DatabaseConnection& db, int id, const QString& name, int sortKey = 0);
 // A TRNGENERAL row of code with the given DATA/MEMO columns.
 void StoreGeneral(DatabaseConnection& db, int code, const Columns& columns = {});
+// Sets columns of the TRNGENERAL rows of code that are already there (the options).
+void SetGeneral(DatabaseConnection& db, int code, const Columns& columns);
+// A day-off on this month and day of every year, with its remark.
+void StoreDayOff(DatabaseConnection& db, int month, int day, const QString& remark = QString());
 
 // The alarm options as the settings dialog writes them: the advance time in minutes (304),
 // balloon rather than message box (314), sound on (316) and its file (315).
 void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon = false, bool sound = false,
                         const QString& soundFile = QString());
+
+// ---- files --------------------------------------------------------------------------------
+// The whole file, or "<no file>" when it cannot be read.
+QByteArray FileBytes(const QString& path);
+// Writes the file anew; answers whether all of it was written.
+bool WriteFile(const QString& path, const QByteArray& bytes);
 
 // ---- reading back -------------------------------------------------------------------------
 // One column of the entry with this ID, as text ("<no row>" when it is gone).
