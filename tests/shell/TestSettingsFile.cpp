@@ -10,16 +10,6 @@
 #include <csignal>
 #include <sys/resource.h>
 
-namespace {
-
-QByteArray FileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
-}
-
-} // namespace
-
 class TestSettingsFile final : public QObject
 {
     Q_OBJECT

@@ -8,23 +8,6 @@
 #include <QProcess>
 #include <QtTest>
 
-namespace {
-
-QByteArray FileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<no file>");
-}
-
-void WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
-} // namespace
-
 class TestStartAndExit final : public QObject
 {
     Q_OBJECT
@@ -77,24 +60,25 @@ private slots:
             first = std::make_unique<FrmMain>(firstServices);
             QVERIFY(first->Form_Load());
         } else if (setup == QLatin1String("random"))
-            WriteFile(db, QByteArray(8192, '\x5a'));
+            QVERIFY(WriteFile(db, QByteArray(8192, '\x5a')));
         else if (setup == QLatin1String("empty"))
-            WriteFile(db, QByteArray());
+            QVERIFY(WriteFile(db, QByteArray()));
         else if (setup == QLatin1String("folder"))
             QVERIFY(QDir().mkpath(db));
         else if (setup == QLatin1String("unbuildable"))
             QVERIFY(QDir().mkpath(db + QStringLiteral(".building/x")));
         else if (setup == QLatin1String("emptylock"))
-            WriteFile(lock, QByteArray());
+            QVERIFY(WriteFile(lock, QByteArray()));
         else if (setup == QLatin1String("pid0lock"))
-            WriteFile(lock, "0\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+            QVERIFY(WriteFile(lock, "0\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
         else if (setup == QLatin1String("deadlock")) {
             // The copy that held it was killed: its process is gone, its lock file is not.
             holder.start(QStringLiteral("true"));
             QVERIFY(holder.waitForStarted());
             const qint64 gone = holder.processId();
             QVERIFY(holder.waitForFinished());
-            WriteFile(lock, QByteArray::number(gone) + "\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+            QVERIFY(WriteFile(lock,
+                              QByteArray::number(gone) + "\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
         } else if (setup == QLatin1String("unwritable"))
             env.services.dataDir = QStringLiteral("/proc"); // not writable, not even for root
         else if (setup == QLatin1String("locked")) {
