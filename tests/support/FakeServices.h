@@ -69,23 +69,15 @@ public:
 };
 
 // Records each request and answers from a queue of dates (an invalid date = cancel).
-class FakeDatePicker final : public DatePicker
+class FakeDatePicker final : public DatePicker, public ScriptedAnswers<DatePickHandOver, QDate>
 {
 public:
-    QList<DatePickHandOver> requests;
-    std::deque<QDate> answers;
     void pickDate(QWidget*, DatePickHandOver& handOver) override
     {
-        requests.append(handOver);
-        handOver.DatePicked = false;
-        if (answers.empty())
-            return;
-        const QDate answer = answers.front();
-        answers.pop_front();
-        if (answer.isValid()) {
+        const QDate answer = next(handOver);
+        handOver.DatePicked = answer.isValid();
+        if (answer.isValid())
             handOver.PickedDate = answer;
-            handOver.DatePicked = true;
-        }
     }
 };
 
