@@ -1,6 +1,7 @@
 #include "support/MainWindowKit.h"
 
 #include "mainwindow/FrmMain.h"
+#include "support/TestKit.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -55,9 +56,7 @@ MenuAnswer::~MenuAnswer()
 
 void ClickControl(FrmMain& main, const QString& name, Qt::MouseButton button)
 {
-    auto* control = main.findChild<QWidget*>(name);
-    if (!control)
-        qFatal("control %s not found", qPrintable(name));
+    QWidget* control = Control<QWidget>(&main, qPrintable(name));
     if (button != Qt::RightButton) {
         QTest::mouseClick(control, button);
         return;
