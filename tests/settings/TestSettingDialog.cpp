@@ -1,12 +1,19 @@
-// The settings dialog on its own: what each design spot offers, the pickers written at once,
-// the reset, closing without OK undoing it all; what the options load and what OK writes, and
-// the alarm controls with the sound file.
+// The settings dialog: what each design spot offers, the pickers written at once, the reset,
+// closing without OK undoing it all; what the options load and what OK writes, the alarm
+// controls with the sound file; the hot key field driven from the keyboard, what a press does
+// and when it is dropped; and the calendar showing the new settings at once.
+#include "calendarcontrol/HalvernCalendar.h"
+#include "mainwindow/FrmMain.h"
+#include "platform/HotKeyBackendFactory.h"
 #include "settings/FrmSetting.h"
+#include "settings/GlobalHotKeys.h"
 #include "support/TestKit.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
 #include <QtTest>
 
 namespace {
@@ -14,11 +21,6 @@ namespace {
 QString Option(DatabaseConnection& db, int code, const char* column = "DATAN1")
 {
     return Lines(db, QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = %1").arg(code), {column}).value(0);
-}
-
-void SetOption(DatabaseConnection& db, int code, const QString& set)
-{
-    db.ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET %1 WHERE CODE = %2").arg(set).arg(code));
 }
 
 // "ChkSound TxtSoundPath ComSound" enabled states as three 0/1.
@@ -199,7 +201,6 @@ private slots:
         QTest::newRow("balloon") << "OptBalloon" << 314 << 0 << 1;
         QTest::newRow("message box") << "OptMsgbox" << 314 << 1 << 0;
         QTest::newRow("holidays, no row reads as on") << "ChkHoliday" << 317 << -1 << 0;
-        QTest::newRow("holidays on") << "ChkHoliday" << 317 << 1 << 0;
         QTest::newRow("holidays off") << "ChkHoliday" << 317 << 0 << 1;
     }
     void okWritesEachCode()
@@ -212,7 +213,7 @@ private slots:
         if (stored < 0)
             env.db().ExecuteSql(QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = %1").arg(code));
         else
-            SetOption(env.db(), code, QStringLiteral("DATAN1 = %1").arg(stored));
+            SetGeneral(env.db(), code, {{"DATAN1", stored}});
         FrmSetting dialog(env.services);
         QWidget* widget = Control(&dialog, control.toLatin1().constData());
         if (auto* combo = qobject_cast<QComboBox*>(widget)) {
@@ -246,8 +247,8 @@ private slots:
         QFETCH(bool, sound);
         QFETCH(QString, states);
         TestEnvironment env;
-        SetOption(env.db(), 314, QStringLiteral("DATAN1 = %1").arg(delivery));
-        SetOption(env.db(), 316, QStringLiteral("DATAN1 = %1").arg(sound ? 1 : 0));
+        SetGeneral(env.db(), 314, {{"DATAN1", delivery}});
+        SetGeneral(env.db(), 316, {{"DATAN1", sound ? 1 : 0}});
         FrmSetting dialog(env.services);
         dialog.show();
         QCOMPARE(SoundStates(dialog), states);
@@ -270,13 +271,209 @@ private slots:
         QVERIFY(env.prompter.texts().front().contains(QStringLiteral("/no/such/ring.wav")));
         QCOMPARE(Option(env.db(), 316), QString::number(sound ? 1 : 0));
         const QString wav = env.dir.filePath(QStringLiteral("ding.wav"));
-        QFile file(wav);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        QVERIFY(WriteFile(wav, {}));
         Type(&dialog, QStringLiteral("TxtSoundPath"), wav);
         Click(&dialog, "ComOK");
         QVERIFY(dialog.SettingCommitted());
         QCOMPARE(Option(env.db(), 316) + Option(env.db(), 315, "MEMO1"), QStringLiteral("1") + wav);
+    }
+
+    void hotKeyCapture_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QString>("shown");   // "-": unchanged from the stored Shift+Ctrl+K
+        QTest::addColumn<QString>("stored");  // DATAN1|DATAN2 after OK
+        QTest::addColumn<QString>("note");    // what the note beside the field says; empty: hidden
+        QTest::addColumn<QString>("desktop"); // "held": another program has Ctrl+Alt+K; "none": no hot keys
+        const int ctrl = Qt::ControlModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier,
+                  pad = Qt::KeypadModifier;
+        const QString ca = QStringLiteral("[Ctrl] + [Alt] + ");
+        // The list action holds Ctrl+Alt+Del.
+        // clang-format off
+        QTest::newRow("held by another program") << int(Qt::Key_K) << (ctrl | alt) << ca + "K" << "75|6" << "他のプログラム" << "held";
+        QTest::newRow("no hot keys on this desktop") << int(Qt::Key_K) << (ctrl | alt) << ca + "K" << "75|6" << "使用できません" << "none";
+        QTest::newRow("ctrl+K gains alt") << int(Qt::Key_K) << ctrl << ca + "K" << "75|6" << "" << "";
+        QTest::newRow("shift+K loses shift") << int(Qt::Key_K) << shift << ca + "K" << "75|6" << "" << "";
+        QTest::newRow("shift+ctrl+K kept") << int(Qt::Key_K) << (shift | ctrl) << "[Shift] + [Ctrl] + K" << "75|3" << "" << "";
+        QTest::newRow("all three+Del") << int(Qt::Key_Delete) << (shift | ctrl | alt) << "[Shift] + [Ctrl] + [Alt] + Del" << "46|7" << "" << "";
+        QTest::newRow("same as another action") << int(Qt::Key_Delete) << shift << ca + "Del" << "46|6" << "「スケジュール一覧」" << "";
+        QTest::newRow("keypad 0") << int(Qt::Key_0) << (ctrl | alt | pad) << ca + "Num0" << "96|6" << "" << "";
+        QTest::newRow("F16") << int(Qt::Key_F16) << (ctrl | alt) << ca + "F16" << "127|6" << "" << "";
+        QTest::newRow("F17 has no name") << int(Qt::Key_F17) << (ctrl | alt) << ca << "128|6" << "" << "";
+        QTest::newRow("arrow") << int(Qt::Key_Left) << (ctrl | alt) << ca + "←" << "37|6" << "" << "";
+        // Keys the dialog would otherwise act on belong to the field while it has the focus.
+        QTest::newRow("Esc does not cancel") << int(Qt::Key_Escape) << 0 << ca + "Esc" << "27|6" << "" << "";
+        QTest::newRow("Return does not press OK") << int(Qt::Key_Return) << 0 << ca + "Enter" << "13|6" << "" << "";
+        QTest::newRow("ctrl alone") << int(Qt::Key_Control) << ctrl << "-" << "75|3" << "" << "";
+        QTest::newRow("Delete clears") << int(Qt::Key_Delete) << 0 << "" << "0|0" << "" << "";
+        QTest::newRow("Backspace clears") << int(Qt::Key_Backspace) << 0 << "" << "0|0" << "" << "";
+        // clang-format on
+    }
+    void hotKeyCapture()
+    {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(QString, shown);
+        QFETCH(QString, stored);
+        QFETCH(QString, note);
+        QFETCH(QString, desktop);
+        TestEnvironment env;
+        env.hotKeys.available = desktop != QLatin1String("none");
+        if (desktop == QLatin1String("held"))
+            env.hotKeys.heldElsewhere.insert({75, 3});
+        SetGeneral(env.db(), 82020, {{"DATAN1", 75}, {"DATAN2", 3}});
+        // A mask without a key is no binding: OK leaves such a row as it is.
+        SetGeneral(env.db(), 82030, {{"DATAN1", 0}, {"DATAN2", 6}});
+        SetGeneral(env.db(), 82050, {{"DATAN1", 46}, {"DATAN2", 6}});
+        const QString bindings = QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE IN (82010, 82020) ORDER BY CODE");
+        FrmSetting dialog(env.services);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto* actions = Control<QComboBox>(&dialog, "CmbHotKey");
+        auto* field = Control<QLineEdit>(&dialog, "TxtHotKey");
+        actions->setCurrentIndex(1);
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        const QString expected = shown == QLatin1String("-") ? QStringLiteral("[Shift] + [Ctrl] + K") : shown;
+        QCOMPARE(field->text(), expected);
+        QVERIFY(dialog.isVisible());
+        auto* noteLabel = Control<QLabel>(&dialog, "LabHotKeyNote");
+        QCOMPARE(noteLabel->isHidden(), note.isEmpty());
+        QVERIFY2(noteLabel->text().contains(note), qPrintable(noteLabel->text()));
+        QCOMPARE(Lines(env.db(), bindings, {"DATAN1", "DATAN2"}), QStringList({"0|0", "75|3"})); // nothing before OK
+
+        // Another action and back: the captured binding stays with its own action.
+        actions->setCurrentIndex(0);
+        QCOMPARE(field->text(), QString());
+        actions->setCurrentIndex(1);
+        QCOMPARE(field->text(), expected);
+        WriteLog log(env.db(), QStringLiteral("TRNGENERAL"), QStringLiteral("CODE"));
+        Click(&dialog, "ComOK");
+        QVERIFY(dialog.SettingCommitted());
+        // The row is stored whatever the note says.
+        QCOMPARE(Lines(env.db(), bindings, {"DATAN1", "DATAN2"}), QStringList({"0|0", stored}));
+        QCOMPARE(log.lines().filter(QStringLiteral("UPDATE 820")),
+                 QStringList({"UPDATE 82010", "UPDATE 82020", "UPDATE 82040", "UPDATE 82050"}));
+    }
+
+    void pressRunsItsAction()
+    {
+        TestEnvironment env;
+        // A, K, C and D with Ctrl+Alt, the list Shift+Ctrl+F1 (registered as Ctrl+Shift).
+        const QList<QPair<int, int>> bindings = {{65, 6}, {75, 6}, {67, 6}, {68, 6}, {112, 3}};
+        for (int i = 0; i < bindings.size(); ++i)
+            SetGeneral(env.db(), 82010 + 10 * i, {{"DATAN1", bindings[i].first}, {"DATAN2", bindings[i].second}});
+        // A sixth row has no action: its combination is not taken from anyone.
+        StoreGeneral(env.db(), 82060, {{"DATAS1", "extra"}, {"DATAN1", 90}, {"DATAN2", 6}});
+        QList<int> ran;
+        GlobalHotKeys::Actions actions;
+        for (int i = 0; i < HotKeyActionCount; ++i)
+            actions[static_cast<size_t>(i)] = [&ran, i] { ran.append(i); };
+        GlobalHotKeys hotKeys(env.services, actions);
+        hotKeys.RegisterHotKeys();
+        // Identifiers: registration modifiers x 256 OR the key; Ctrl+Alt is 3, Shift+Ctrl 6.
+        QCOMPARE(env.hotKeys.registered.value(843), FakeHotKeyBackend::Combination(75, 3));
+        QCOMPARE(env.hotKeys.registered.value(6 * 256 + 112), FakeHotKeyBackend::Combination(112, 6));
+        QCOMPARE(env.hotKeys.registered.size(), 5);
+        QCOMPARE(hotKeys.statuses().at(3), HotKeyStatus::Registered);
+        env.services.state.MainWindowIdle = true;
+        for (const auto& [key, modifiers] :
+             QList<QPair<int, int>>{{65, 3}, {75, 3}, {67, 3}, {68, 3}, {112, 6}, {65, 2}})
+            env.hotKeys.press(key, modifiers);
+        QCOMPARE(ran, QList<int>({0, 1, 2, 3, 4}));
+        // A press while a dialog is up is dropped.
+        env.services.state.MainWindowIdle = false;
+        env.hotKeys.press(75, 3);
+        QCOMPARE(ran.size(), 5);
+        hotKeys.UnregisterHotKeys();
+        QVERIFY(env.hotKeys.registered.isEmpty());
+
+        // Ctrl+Alt+D belongs to another program: the others are still taken.
+        env.services.state.MainWindowIdle = true;
+        env.hotKeys.heldElsewhere.insert({68, 3});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("D for 付箋新規作成.*another program")));
+        hotKeys.RegisterHotKeys();
+        QCOMPARE(env.hotKeys.registered.size(), 4);
+        QCOMPARE(hotKeys.statuses().at(3), HotKeyStatus::Taken);
+        env.hotKeys.press(68, 3);
+        QCOMPARE(ran.size(), 5);
+    }
+
+    void headlessDesktopHasNoHotKeys()
+    {
+        // The tests run on the offscreen platform: no X server to take keys from.
+        const std::unique_ptr<HotKeyBackend> backend = CreateHotKeyBackend();
+        QVERIFY(!backend->isAvailable());
+        QCOMPARE(backend->registerHotKey(843, 75, 3), HotKeyStatus::Unavailable);
+        QCOMPARE(backend->probe(75, 3), HotKeyStatus::Unavailable);
+    }
+
+    void fromTheMainWindow()
+    {
+        TestEnvironment env;
+        SetGeneral(env.db(), 82010, {{"DATAN1", 76}, {"DATAN2", 6}});
+        FrmMain main(env.services);
+        main.setTrayAvailabilityForTesting(0);
+        QVERIFY(main.Form_Load());
+        QCOMPARE(env.hotKeys.registered.values(), QList<FakeHotKeyBackend::Combination>({{76, 3}}));
+        HalvernCalendar& calendar = *main.calendar();
+        calendar.setCurrentDate(QDate(2027, 3, 9));
+        const auto choose = [](QWidget* dialog, const char* name, int data) {
+            auto* list = Control<QComboBox>(dialog, name);
+            list->setCurrentIndex(list->findData(data));
+        };
+        QCOMPARE(calendar.titleText(), QStringLiteral("2027年3月"));
+        QCOMPARE(calendar.weekdayHeaders().value(0), QStringLiteral("日"));
+        QVERIFY(!calendar.holidayName(QDate(2027, 3, 21)).isEmpty());
+
+        // The keys are released while the dialog is up, and the new ones taken after OK.
+        bool releasedWhileOpen = false;
+        ModalAnswer answer([&](QWidget* dialog) {
+            releasedWhileOpen = env.hotKeys.registered.isEmpty();
+            auto* field = Control<QLineEdit>(dialog, "TxtHotKey");
+            for (int action : {1, 2}) {
+                Control<QComboBox>(dialog, "CmbHotKey")->setCurrentIndex(action);
+                field->setFocus();
+                QTest::keyClick(field, action == 1 ? Qt::Key_K : Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
+            }
+            choose(dialog, "CmbTitle", 80602);
+            choose(dialog, "CmbWeekFormat", 80805);
+            choose(dialog, "CmbFirstWeek", 7);
+            Type(dialog, QStringLiteral("ChkHoliday"), QStringLiteral("0"));
+            Click(dialog, "ComOK");
+        });
+        main.OpenSettings();
+        QCOMPARE(answer.title(), QStringLiteral("設定"));
+        QVERIFY(releasedWhileOpen);
+        QList<FakeHotKeyBackend::Combination> held = env.hotKeys.registered.values();
+        std::sort(held.begin(), held.end());
+        QCOMPARE(held, QList<FakeHotKeyBackend::Combination>({{67, 3}, {75, 3}, {76, 3}}));
+        // The calendar shows the new settings at once; its grid starts on the chosen weekday.
+        QCOMPARE(calendar.titleText(), QStringLiteral("2027年03月"));
+        QCOMPARE(calendar.weekdayHeaders().value(0), QStringLiteral("Sat"));
+        QCOMPARE(calendar.FirstShownDate().dayOfWeek(), 6);
+        QVERIFY(calendar.holidayName(QDate(2027, 3, 21)).isEmpty());
+
+        // A press means today, though another day is selected.
+        for (const auto& [key, title, dateField] :
+             {std::tuple{75, "スケジュール", "TxtStartDate"}, std::tuple{67, "タスク", "TxtEndDate"}}) {
+            QString shownDate;
+            bool idleWhileOpen = true;
+            ModalAnswer editor([&, dateField = dateField](QWidget* dialog) {
+                shownDate = Control<QLineEdit>(dialog, dateField)->text();
+                idleWhileOpen = env.services.state.MainWindowIdle;
+                Click(dialog, "ComCancel");
+            });
+            env.hotKeys.press(key, 3);
+            QTRY_VERIFY(editor.opened());
+            QCOMPARE(editor.title(), QString::fromUtf8(title));
+            QCOMPARE(shownDate, QStringLiteral("2026/11/22"));
+            QVERIFY(!idleWhileOpen);
+            QVERIFY(env.services.state.MainWindowIdle);
+        }
+        main.Form_Unload();
+        QVERIFY(env.hotKeys.registered.isEmpty());
     }
 };
 

@@ -15,22 +15,6 @@
 
 namespace {
 
-QByteArray Bytes(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArray("<unreadable>");
-    return file.readAll();
-}
-
-void WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
 QStringList Files(const QString& dir)
 {
     return QDir(dir).entryList(QDir::Files, QDir::Name);
@@ -84,8 +68,9 @@ private slots:
         qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
         const QString path = home.filePath(QStringLiteral("autostart/org.halvern.verdaly.desktop"));
         // A plain file where the autostart folder belongs leaves nowhere to write.
+        const QString target = before == "folder?" ? QFileInfo(path).path() : path;
         if (!before.isEmpty())
-            WriteBytes(before == "folder?" ? QFileInfo(path).path() : path, before);
+            QVERIFY(QDir().mkpath(QFileInfo(target).path()) && WriteFile(target, before));
         TestEnvironment env;
         FrmSetting dialog(env.services);
         QCOMPARE(Shown(&dialog, QStringLiteral("ChkAutoStart")), shown);
@@ -94,9 +79,7 @@ private slots:
             Type(&dialog, QStringLiteral("ChkStay"), QStringLiteral("1"));
         }
         Click(&dialog, close.isEmpty() ? "ComOK" : close.toLatin1().constData());
-        QFile file(path);
-        const QByteArray entry = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        QCOMPARE(file.exists(), after == QLatin1String("ours") || after == QLatin1String("="));
+        const QByteArray entry = FileBytes(path);
         if (after == QLatin1String("=")) {
             QCOMPARE(entry, before);
         } else if (after == QLatin1String("ours")) {
@@ -108,7 +91,10 @@ private slots:
                     .match(QString::fromUtf8(entry));
             QVERIFY2(exec.hasMatch() && QFileInfo(exec.captured(1)).isExecutable(), entry.constData());
             QCOMPARE(QProcess::execute(QStringLiteral("desktop-file-validate"), {path}), 0);
-        } else if (after == QLatin1String("refused")) {
+        } else {
+            QCOMPARE(entry, QByteArray("<no file>"));
+        }
+        if (after == QLatin1String("refused")) {
             QVERIFY2(env.prompter.texts().value(0).contains(path), qPrintable(env.prompter.texts().value(0)));
             QVERIFY(!dialog.SettingCommitted());
             QCOMPARE(ShownAll(&dialog, {"ChkAutoStart=", "ChkStay="}), QStringList({"ChkAutoStart=1", "ChkStay=1"}));
@@ -154,7 +140,7 @@ private slots:
         QTemporaryDir elsewhere;
         const QString chosen = elsewhere.filePath(QStringLiteral("mine.bdc"));
         if (!existing.isNull())
-            WriteBytes(chosen, existing);
+            QVERIFY(WriteFile(chosen, existing));
 
         QVERIFY(RunMaintenance(env, "ComBackup", chosen));
         QCOMPARE(env.prompter.texts().last(), QStringLiteral("バックアップが正常に終了しました。"));
@@ -171,14 +157,14 @@ private slots:
         // The program goes on with the live database, outside any transaction.
         QCOMPARE(env.db().transactionDepth(), 0);
         StoreEntry(env.db(), Entry(2, "A1", "20261102", {}, {}, {}, QStringLiteral("after the backup")));
-        const QByteArray chosenBytes = Bytes(chosen);
+        const QByteArray chosenBytes = FileBytes(chosen);
 
         QVERIFY(RunMaintenance(env, "ComReg", chosen));
         QVERIFY(env.services.state.RestoreDone);
         QCOMPARE(env.prompter.texts().last(),
                  QStringLiteral("バックアップを正常に復元しました。\n"
                                 "アプリケーションを終了いたしますので再起動してください。"));
-        QCOMPARE(Bytes(chosen), chosenBytes);
+        QCOMPARE(FileBytes(chosen), chosenBytes);
         QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")),
                  qint64(CurrentDatabaseVersion));
         QCOMPARE(Column(env.db(), 1, "BUSINESS"), QStringLiteral("会議 it's"));
@@ -219,9 +205,9 @@ private slots:
         const QString chosen =
             picked.isEmpty() || picked.startsWith(QLatin1Char('*')) ? picked : elsewhere.filePath(picked + ".bdc");
         if (picked == "random") {
-            WriteBytes(chosen, QByteArray(8192, '\xA7'));
+            QVERIFY(WriteFile(chosen, QByteArray(8192, '\xA7')));
         } else if (picked == "empty") {
-            WriteBytes(chosen, QByteArray(""));
+            QVERIFY(WriteFile(chosen, QByteArray("")));
         } else if (picked == "foreign") {
             DatabaseConnection foreign(chosen, DatabaseConnection::OpenMode::CreateIfMissing);
             foreign.ExecuteSql(QStringLiteral("CREATE TABLE TRNSCHTSK (ID INTEGER)"));
@@ -236,12 +222,12 @@ private slots:
             if (picked == "truncated")
                 QVERIFY(file.resize(file.size() / 2));
         }
-        const QByteArray chosenBytes = Bytes(chosen);
+        const QByteArray chosenBytes = FileBytes(chosen);
         const QStringList filesBefore = Files(env.dir.path());
         FrmSetting dialog(env.services);
         // A design change the dialog holds uncommitted.
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = 255 WHERE SETNUM = 0"));
-        const QByteArray liveBytes = Bytes(env.path());
+        const QByteArray liveBytes = FileBytes(env.path());
         env.prompter.answers = {questionOk ? PromptAnswer::Ok : PromptAnswer::Cancel};
         env.filePicker.answers = {chosen};
 
@@ -253,11 +239,11 @@ private slots:
             QCOMPARE(env.prompter.shown.last().icon, PromptIcon::Critical);
         }
         QCOMPARE(env.filePicker.requests.size(), questionOk ? 1 : 0);
-        QCOMPARE(Bytes(chosen), chosenBytes);
+        QCOMPARE(FileBytes(chosen), chosenBytes);
         // Beside the live file only the journal of the dialog's change, while it is kept.
         QCOMPARE(Files(env.dir.path()),
                  filesBefore + (refused ? QStringList() : QStringList{"QMCalendar.mdb-journal"}));
-        QCOMPARE(Bytes(env.path()), liveBytes);
+        QCOMPARE(FileBytes(env.path()), liveBytes);
         QVERIFY(!dialog.SettingCommitted());
         QVERIFY(!env.services.state.RestoreDone);
         // Still usable in a transaction of the dialog's: the same one with its change unless a
