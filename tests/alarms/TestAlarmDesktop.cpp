@@ -4,7 +4,6 @@
 #include "support/TestKit.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -24,9 +23,7 @@ private slots:
         QVERIFY2(m_desktop.startDisplay(&why), qPrintable(why));
         QVERIFY2(m_desktop.startBus(&why), qPrintable(why));
         QVERIFY2(m_desktop.startNotificationServer(&why), qPrintable(why));
-        QFile broken(m_dir.filePath(QStringLiteral("broken.wav")));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("RIFF but nothing of a wave after it");
+        QVERIFY(WriteFile(m_dir.filePath(QStringLiteral("broken.wav")), "RIFF but nothing of a wave after it"));
     }
 
     void alarmIsDeliveredOnceAtItsMoment()
