@@ -33,7 +33,6 @@ QString Option(DatabaseConnection& db, int code, const char* column = "DATAN1")
     return Lines(db, QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = %1").arg(code), {column}).value(0);
 }
 
-// "ChkSound TxtSoundPath ComSound" enabled states as three 0/1.
 QString SoundStates(FrmSetting& dialog)
 {
     QString states;
@@ -267,7 +266,6 @@ private slots:
         QTest::addColumn<bool>("sound");
         QTest::addColumn<QString>("states");
         QTest::newRow("message box, sound on") << 0 << true << "000";
-        QTest::newRow("balloon, sound on") << 1 << true << "111";
         QTest::newRow("balloon, sound off") << 1 << false << "100";
         QTest::newRow("any non-zero is balloon") << 7 << true << "111";
     }
