@@ -76,9 +76,7 @@ struct ListFixture
         handOver.ListFromDate = QDate(2006, 5, 1);
         handOver.ListToDate = QDate(2006, 5, 31);
         handOver.EntriesChanged = [this] { ++changes; };
-        handOver.NewStickyNote = [this](const QString& text, int color) {
-            notes << QStringLiteral("%1:%2").arg(text).arg(color);
-        };
+        handOver.NewStickyNote = [this](const QString& text, int) { notes << text; };
     }
 };
 
