@@ -3,7 +3,6 @@
 #include "support/DesktopSession.h"
 #include "support/TestKit.h"
 
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -144,11 +143,8 @@ private slots:
         QVERIFY2(bottom > 768 - 60 && bottom <= 768, qPrintable(QString::number(bottom)));
         QVERIFY(geometry.value("WIDTH") > 100);
         // A click closes it long before its ten seconds are up, and the notifier ends.
-        QElapsedTimer clicked;
-        clicked.start();
         m_desktop.run("xdotool", {"mousemove", "--window", windows.front(), "20", "20", "click", "1"});
         QVERIFY(process.waitForFinished(5000));
-        QVERIFY(clicked.elapsed() < 5000);
         QCOMPARE(process.exitCode(), 0);
         QCOMPARE(m_desktop.shownNotifications(), shownBefore);
     }
