@@ -3,8 +3,6 @@
 #include "support/DesktopSession.h"
 #include "support/TestKit.h"
 
-#include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -24,9 +22,7 @@ private slots:
         QVERIFY2(m_desktop.startDisplay(&why), qPrintable(why));
         QVERIFY2(m_desktop.startBus(&why), qPrintable(why));
         QVERIFY2(m_desktop.startNotificationServer(&why), qPrintable(why));
-        QFile broken(m_dir.filePath(QStringLiteral("broken.wav")));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("RIFF but nothing of a wave after it");
+        QVERIFY(WriteFile(m_dir.filePath(QStringLiteral("broken.wav")), "RIFF but nothing of a wave after it"));
     }
 
     void alarmIsDeliveredOnceAtItsMoment()
@@ -52,16 +48,10 @@ private slots:
         QVERIFY2(WaitUntil([&] { return !m_desktop.visibleWindows(calendar.processId()).isEmpty(); }, 20000),
                  "the calendar showed no window");
         QVERIFY2(clock.now() < moment, "the program took too long to start for the alarm's moment");
-        QDateTime seen;
-        WaitUntil(
-            [&] {
-                if (m_desktop.shownNotifications() <= 0)
-                    return false;
-                seen = clock.now();
-                return true;
-            },
-            static_cast<int>(clock.now().msecsTo(moment)) + 5000);
-        QVERIFY2(seen.isValid(), "no alarm arrived");
+        QVERIFY2(WaitUntil([&] { return m_desktop.shownNotifications() > 0; },
+                           static_cast<int>(clock.now().msecsTo(moment)) + 5000),
+                 "no alarm arrived");
+        const QDateTime seen = clock.now();
         const qint64 delay = moment.msecsTo(seen);
         QVERIFY2(delay >= 0, "the alarm rang before its moment");
         QVERIFY2(delay <= 2000, qPrintable(QStringLiteral("the alarm came %1 ms late").arg(delay)));
@@ -147,11 +137,8 @@ private slots:
         QVERIFY2(bottom > 768 - 60 && bottom <= 768, qPrintable(QString::number(bottom)));
         QVERIFY(geometry.value("WIDTH") > 100);
         // A click closes it long before its ten seconds are up, and the notifier ends.
-        QElapsedTimer clicked;
-        clicked.start();
         m_desktop.run("xdotool", {"mousemove", "--window", windows.front(), "20", "20", "click", "1"});
         QVERIFY(process.waitForFinished(5000));
-        QVERIFY(clicked.elapsed() < 5000);
         QCOMPARE(process.exitCode(), 0);
         QCOMPARE(m_desktop.shownNotifications(), shownBefore);
     }

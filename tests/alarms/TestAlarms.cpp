@@ -11,7 +11,6 @@
 #include "views/ListGridModel.h"
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QTableView>
 #include <QTimer>
@@ -249,13 +248,11 @@ private slots:
     {
         Running run(0, {"10:30", "13:00", "23:00"}, At(10, 29, 59, 700), true);
         QCOMPARE(run.alarms().armedFor(), At(10, 30));
-        QElapsedTimer elapsed;
-        elapsed.start();
         QTest::qWait(150);
         QCOMPARE(run.env.launcher.started.size(), 0);
         run.env.clock.current = At(10, 30, 0, 20); // the program's clock keeps up with the real one
-        QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 1, 1500);
-        QVERIFY2(elapsed.elapsed() < 1000, "the alarm waited for the 30-second tick");
+        // Within a second of the start, so never the 30-second tick's work.
+        QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 1, 850);
         QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
         QCOMPARE(run.alarms().armedFor(), At(13, 0));
 
@@ -311,7 +308,6 @@ private slots:
             list->reject();
         });
         run.main->OpenList(Today, Today.addMonths(1));
-        QVERIFY(listAnswer.opened());
         QCOMPARE(armedWhileOpen, QDateTime(Today, armedFor));
     }
 };

@@ -65,7 +65,8 @@ private slots:
         const QRect screen = open[5]->screen()->availableGeometry();
         QVERIFY(open[5]->testAttribute(Qt::WA_Moved) && screen.contains(open[5]->frameGeometry()));
         // Notes 2 to 10 have the colours -1 to 7: 0 to 6 as their menu entries name them, any
-        // other black; whatever the colour, the text stays dark on a light paper.
+        // other black; whatever the colour, the text stays dark on a light paper. Each entry of
+        // the menu then gives one of them its own colour.
         for (int index = -1; index <= 7; ++index) {
             const auto& [entry, colour] = Colours.value(index < 0 || index > 6 ? 0 : index);
             FrmPost* note = open[index + 2];
@@ -74,11 +75,7 @@ private slots:
             const int paper = note->palette().color(QPalette::Window).lightness();
             const int ink = Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text).lightness();
             QVERIFY(paper - ink > 120);
-        }
-        // Each entry of the menu gives a note of another colour its own.
-        for (int index = 0; index <= 6; ++index) {
-            const int chosen = (index + 1) % 7;
-            FrmPost* note = open[index + 2];
+            const int chosen = (index + 8) % 7;
             Control<QAction>(Control<QMenu>(note->menu(), "MnuColor"), Colours[chosen].first)->trigger();
             QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), Colours[chosen].second);
             QCOMPARE(env.services.state.StickyNotes[static_cast<size_t>(note->slot())].colorIndex, chosen);
