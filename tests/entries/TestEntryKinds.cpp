@@ -48,7 +48,6 @@ private slots:
         QTest::newRow("T ignores a start time") << L{"", "09:00", "20060501", ""} << "T1";
         QTest::newRow("D1") << L{"20060501", "", "", ""} << "D1";
         QTest::newRow("B over a year end") << L{"20061231", "", "20070101", ""} << "B1";
-        QTest::newRow("C over a leap day") << L{"20080228", "", "20080301", ""} << "C1";
         QTest::newRow("C1") << L{"20060501", "", "20060503", ""} << "C1";
         QTest::newRow("C backwards span") << L{"20060501", "", "20060430", ""} << "C1";
         QTest::newRow("unreadable end date") << L{"20060501", "", "2006050", ""} << "";
@@ -74,12 +73,9 @@ private slots:
         QTest::newRow("no leap day") << L{"20060229"} << QDate();
         QTest::newRow("year 0") << L{"00000101"} << QDate();
         QTest::newRow("slashes") << L{"2006/05/01"} << QDate();
-        QTest::newRow("seven digits") << L{"2006050"} << QDate();
         QTest::newRow("full-width digits") << L{"２００６０５０１"} << QDate();
         QTest::newRow("day-off 2/29 in a leap year") << L{"2008", "2", "29"} << QDate(2008, 2, 29);
         QTest::newRow("day-off 2/29 in a plain year") << L{"2006", "2", "29"} << QDate();
-        QTest::newRow("day-off 2/29 in 1900") << L{"1900", "2", "29"} << QDate();
-        QTest::newRow("day-off 4/31") << L{"2006", "4", "31"} << QDate();
         QTest::newRow("day-off huge month") << L{"2006", "4294967297", "1"} << QDate();
         QTest::newRow("day-off negative day") << L{"2006", "5", "-3"} << QDate();
         // clang-format on
@@ -125,7 +121,6 @@ private slots:
         QTest::newRow("C3 start") << may1 << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 9:30 -  5/ 3";
         QTest::newRow("C3 middle") << may2 << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 5/ 1 -> 5/ 3";
         QTest::newRow("C4 end") << may3 << L{"20060501", "09:30", "20060503", "08:00", "C4", ""} << " 5/ 1 -> 8:00";
-        QTest::newRow("C1 entering from the previous month") << may1 << L{"20060420", "", "20060505", "", "C1", ""} << " 4/20 -> 5/ 5";
         QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << L{"20061228", "", "20070103", "", "C1", ""} << "12/28 -> 1/ 3";
         QTest::newRow("no blanking in October") << QDate(2006, 10, 10) << L{"20061010", "", "20061031", "", "C1", ""} << "10/10 - 10/31";
         QTest::newRow("backwards span, start day") << may1 << L{"20060501", "", "20060430", "", "C1", ""} << " 5/ 1 -  4/30";
@@ -154,10 +149,8 @@ private slots:
         QTest::addColumn<QStringList>("marks");
         // clang-format off
         QTest::newRow("A on its start") << "A3" << "20060515" << "20060515" << QStringList{"20060515"};
-        QTest::newRow("A outside") << "A3" << "20060615" << "20060615" << QStringList{};
         QTest::newRow("T on its deadline") << "T1" << "" << "20060608" << QStringList{"20060608"};
         QTest::newRow("T after the grid") << "T2" << "" << "20060611" << QStringList{};
-        QTest::newRow("B inside") << "B1" << "20060509" << "20060510" << QStringList{"20060509", "20060510"};
         QTest::newRow("B entering the grid") << "B4" << "20060429" << "20060430" << QStringList{"20060430"};
         QTest::newRow("C from the previous month") << "C1" << "20060425" << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
         QTest::newRow("C leaving the grid") << "C2" << "20060609" << "20060620" << QStringList{"20060609", "20060610"};

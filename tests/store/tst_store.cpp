@@ -40,9 +40,7 @@ private slots:
         QTest::addColumn<QString>("sql");
         QTest::addColumn<QString>("expected");
         // clang-format off
-        QTest::newRow("date literal") << "UPDATE T SET UPDTIME = #2006/05/01 09:05:03# WHERE ID = 1" << "UPDATE T SET UPDTIME = '2006/05/01 09:05:03' WHERE ID = 1";
         QTest::newRow("two literals") << "A = #2006/05/01 09:05:03# AND B = #2007/01/02 00:00:00#" << "A = '2006/05/01 09:05:03' AND B = '2007/01/02 00:00:00'";
-        QTest::newRow("literal inside text untouched") << "SET X = 'at #2006/05/01 09:05:03#'" << "SET X = 'at #2006/05/01 09:05:03#'";
         QTest::newRow("delete star") << "DELETE * FROM TRNSCHTSK WHERE ID = 3" << "DELETE FROM TRNSCHTSK WHERE ID = 3";
         QTest::newRow("delete star lower case") << "delete  *  from X" << "DELETE FROM X";
         QTest::newRow("delete star inside text untouched") << "SET X = 'DELETE * FROM Y'" << "SET X = 'DELETE * FROM Y'";
@@ -75,8 +73,6 @@ private slots:
         QTest::addColumn<QString>("steps");
         QTest::addColumn<QList<int>>("survivors");
         // clang-format off
-        QTest::newRow("commit") << "BIC" << QList<int>{1};
-        QTest::newRow("rollback") << "BIR" << QList<int>{};
         QTest::newRow("inner rollback, outer commit") << "BIBIRC" << QList<int>{1};
         QTest::newRow("inner commit, outer rollback") << "BIBICR" << QList<int>{};
         QTest::newRow("three levels, middle rolled back") << "BIBIBICRC" << QList<int>{1};
@@ -235,10 +231,6 @@ private slots:
         QVERIFY(spots.at(1).startsWith(QStringLiteral("祝日|")));
         if (version == 10)
             QCOMPARE(spots.at(1).section(QLatin1Char('|'), 1), spots.at(0).section(QLatin1Char('|'), 1));
-        // Running the check again changes nothing.
-        const int after = env.count(QStringLiteral("TRNGENERAL"));
-        CheckDatabaseVersion(env.db(), env.clock);
-        QCOMPARE(env.count(QStringLiteral("TRNGENERAL")), after);
     }
 
     void upgradeLeavesOthersUntouched_data()
@@ -248,7 +240,6 @@ private slots:
         QTest::newRow("version 12") << QString();
         QTest::newRow("no version row") << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10");
         QTest::newRow("unknown version") << QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 10");
-        QTest::newRow("old rows missing, no version row") << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10 OR CODE = 80907");
         // clang-format on
     }
     void upgradeLeavesOthersUntouched()
@@ -276,15 +267,10 @@ private slots:
         QByteArray bytes(3 * 1024 * 1024 + 17, '\0');
         for (int i = 0; i < bytes.size(); ++i)
             bytes[i] = static_cast<char>(i * 31);
-        QFile s(source), t(target);
-        QVERIFY(s.open(QIODevice::WriteOnly) && s.write(bytes) == bytes.size());
-        s.close();
-        QVERIFY(t.open(QIODevice::WriteOnly) && t.write("old and longer content that must disappear entirely") > 0);
-        t.close();
+        QVERIFY(WriteFile(source, bytes));
+        QVERIFY(WriteFile(target, "old and longer content that must disappear entirely"));
         QVERIFY(CopyFileOverwrite(source, target));
-        QVERIFY(t.open(QIODevice::ReadOnly));
-        QCOMPARE(t.readAll(), bytes);
-        t.close();
+        QCOMPARE(FileBytes(target), bytes);
         // A missing source leaves the destination as it was.
         QVERIFY(!CopyFileOverwrite(dir.filePath(QStringLiteral("missing")), target));
         QCOMPARE(QFileInfo(target).size(), bytes.size());
