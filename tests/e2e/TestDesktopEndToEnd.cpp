@@ -104,9 +104,9 @@ private slots:
         TestEnvironment data;
         // The hot keys as the settings dialog leaves them: Ctrl+Alt+K for a schedule, Ctrl+Alt+J
         // for a task, Ctrl+Alt+P for a note (virtual keys 75, 74, 80; mask Ctrl 2 + Alt 4).
-        data.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 75, DATAN2 = 6 WHERE CODE = 82020"));
-        data.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 74, DATAN2 = 6 WHERE CODE = 82030"));
-        data.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 80, DATAN2 = 6 WHERE CODE = 82040"));
+        SetGeneral(data.db(), 82020, {{"DATAN1", 75}, {"DATAN2", 6}});
+        SetGeneral(data.db(), 82030, {{"DATAN1", 74}, {"DATAN2", 6}});
+        SetGeneral(data.db(), 82040, {{"DATAN1", 80}, {"DATAN2", 6}});
         data.services.connection.reset();
         QProcess calendar;
         start(calendar, data.services.dataDir);

@@ -121,7 +121,6 @@ private slots:
             row("ok") << "ok" << false << true;
             row("cancel") << "cancel" << false << false;
             row("close box") << "close" << false << false;
-            row("escape") << "escape" << false << false;
             row("destroyed open") << "destroy" << false << false;
             row("ok inside another") << "ok" << true << true;
             row("cancel inside another") << "cancel" << true << false;
@@ -153,8 +152,6 @@ private slots:
                 Click(m.dialog.get(), "ComCancel");
             else if (how == QLatin1String("close"))
                 m.dialog->close();
-            else if (how == QLatin1String("escape"))
-                QTest::keyClick(m.dialog.get(), Qt::Key_Escape);
             else if (how == QLatin1String("fail"))
                 failAndCancel(env, m);
             if (QTest::currentTestFailed())
