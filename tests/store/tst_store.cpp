@@ -196,21 +196,40 @@ private slots:
             QVERIFY2(plan.contains(QLatin1String(index)), qPrintable(plan));
     }
 
-    void upgradeFromOlderVersions_data()
+    // An old release's database is brought up to date; any other is left exactly as it is.
+    void versionCheck_data()
     {
-        QTest::addColumn<int>("version");
-        QTest::newRow("10") << 10;
-        QTest::newRow("11") << 11;
+        QTest::addColumn<int>("version"); // 0: left at the current version
+        QTest::addColumn<QString>("prepare");
+        QTest::newRow("from 10") << 10 << QString();
+        QTest::newRow("from 11") << 11 << QString();
+        QTest::newRow("version 12") << 0 << QString();
+        QTest::newRow("no version row") << 0 << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10");
+        QTest::newRow("unknown version") << 0 << QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 10");
     }
-    void upgradeFromOlderVersions()
+    void versionCheck()
     {
         QFETCH(int, version);
+        QFETCH(QString, prepare);
         TestEnvironment env;
-        DowngradeDatabase(env.db(), version);
+        if (version)
+            DowngradeDatabase(env.db(), version);
+        if (!prepare.isEmpty())
+            env.db().ExecuteSql(prepare);
+        const auto snapshot = [&] {
+            return Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL ORDER BY 1, 2, 3"),
+                         {"CODE", "UPDTIME", "DATAS1"}) +
+                   Lines(env.db(), QStringLiteral("SELECT * FROM TRNCOLOR ORDER BY 1, 2, 3"),
+                         {"CODE", "UPDTIME", "SPOT"});
+        };
+        const QStringList before = snapshot();
         const int generalBefore = env.count(QStringLiteral("TRNGENERAL"));
         env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(8, 0, 1));
         CheckDatabaseVersion(env.db(), env.clock);
-
+        if (!version) {
+            QCOMPARE(snapshot(), before);
+            return;
+        }
         QCOMPARE(env.scalar(QStringLiteral("SELECT DATAN1 AS V FROM TRNGENERAL WHERE CODE = 10")), 12);
         QCOMPARE(env.count(QStringLiteral("TRNGENERAL")), generalBefore + (version == 10 ? 5 + 4 : 4));
         QCOMPARE(env.count(QStringLiteral("TRNGENERAL"), QStringLiteral("82000 <= CODE AND CODE < 82999")), 5);
@@ -231,32 +250,6 @@ private slots:
         QVERIFY(spots.at(1).startsWith(QStringLiteral("祝日|")));
         if (version == 10)
             QCOMPARE(spots.at(1).section(QLatin1Char('|'), 1), spots.at(0).section(QLatin1Char('|'), 1));
-    }
-
-    void upgradeLeavesOthersUntouched_data()
-    {
-        QTest::addColumn<QString>("prepare");
-        // clang-format off
-        QTest::newRow("version 12") << QString();
-        QTest::newRow("no version row") << QStringLiteral("DELETE FROM TRNGENERAL WHERE CODE = 10");
-        QTest::newRow("unknown version") << QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 9 WHERE CODE = 10");
-        // clang-format on
-    }
-    void upgradeLeavesOthersUntouched()
-    {
-        QFETCH(QString, prepare);
-        TestEnvironment env;
-        if (!prepare.isEmpty())
-            env.db().ExecuteSql(prepare);
-        const auto snapshot = [&] {
-            return Lines(env.db(), QStringLiteral("SELECT * FROM TRNGENERAL ORDER BY 1, 2, 3"),
-                         {"CODE", "UPDTIME", "DATAS1"}) +
-                   Lines(env.db(), QStringLiteral("SELECT * FROM TRNCOLOR ORDER BY 1, 2, 3"),
-                         {"CODE", "UPDTIME", "SPOT"});
-        };
-        const QStringList before = snapshot();
-        CheckDatabaseVersion(env.db(), env.clock);
-        QCOMPARE(snapshot(), before);
     }
 
     void files()
