@@ -35,8 +35,6 @@ struct Editor
     bool saved() const { return task ? th.TaskSaved : sh.ScheduleSaved; }
     int id() const { return task ? th.TaskEditId : sh.ScheduleEditId; }
     bool& postRequested() { return task ? th.TaskPostRequested : sh.PostRequested; }
-    QString postText() const { return task ? th.TaskPostText : sh.PostText; }
-    int postColor() const { return task ? th.TaskPostColorIndex : sh.PostColorIndex; }
 
     bool task;
     ScheduleHandOver sh;
@@ -119,7 +117,6 @@ private slots:
         QTest::newRow("note, start only") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"} << "" << L{"FROMTOKBN=D3"} << L{"0.0", "0", "05/01 09:00\r\n会議\r\n3F"};
         QTest::newRow("note, end time") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00", "CmbEndTime=10:30"} << "" << L{"FROMTOKBN=D4"} << L{"0.5", "3", "05/01 09:00 - 10:30\r\n会議\r\n3F"};
         QTest::newRow("note, end date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "TxtEndDate=2006/05/03"} << "" << L{"FROMTOKBN=C1"} << L{"0.999", "6", "05/01  - 05/03 \r\n会議\r\n3F"};
-        QTest::newRow("note, both ends") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=23:00", "TxtEndDate=2006/05/02", "CmbEndTime=01:00"} << "" << L{"FROMTOKBN=B4"} << L{"0.2", "1", "05/01 23:00 - 05/02 01:00\r\n会議\r\n3F"};
         QTest::newRow("note, task") << "task" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbEndTime=17:00"} << "" << L{"FROMTOKBN=T2"} << L{"0.75", "5", "05/10 17:00  中\r\n会議\r\n3F"};
         // clang-format on
     }
@@ -161,8 +158,8 @@ private slots:
         QCOMPARE(EntryColumns(env.db(), e.id(), columns), columns);
         QCOMPARE(e.postRequested(), !note.isEmpty());
         if (!note.isEmpty()) {
-            QCOMPARE(e.postColor(), note.at(1).toInt());
-            QCOMPARE(e.postText(), note.at(2));
+            QCOMPARE(e.task ? e.th.TaskPostColorIndex : e.sh.PostColorIndex, note.at(1).toInt());
+            QCOMPARE(e.task ? e.th.TaskPostText : e.sh.PostText, note.at(2));
         }
     }
 
