@@ -5,7 +5,6 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QtTest>
 

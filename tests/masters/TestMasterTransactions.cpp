@@ -4,7 +4,6 @@
 #include "support/TestKit.h"
 
 #include <QComboBox>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QtTest>
 
