@@ -66,11 +66,7 @@ private slots:
             const QStringList saved =
                 QString::fromUtf8(FileBytes(iniPath)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
             const QString where = QStringLiteral("cycle %1: %2").arg(cycle).arg(saved.join(QLatin1Char(' ')));
-            QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame %1,%2 %3x%4")
-                                                                    .arg(frame.x())
-                                                                    .arg(frame.y())
-                                                                    .arg(frame.width())
-                                                                    .arg(frame.height())));
+            QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame ") + QDebug::toString(frame)));
             if (cycle > 0)
                 QCOMPARE(maximised, maximisedAfter);
             // One section: the four values, and the maximised mark when it was maximised.
