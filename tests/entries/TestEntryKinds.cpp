@@ -10,19 +10,6 @@
 #include <QLabel>
 #include <QtTest>
 
-namespace {
-
-void InsertEntry(DatabaseConnection& db, int id, const char* kind, const char* start, const char* startTime,
-                 const char* end, const char* endTime, int priority = 0, const char* completion = "")
-{
-    StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
-    e.priority = priority;
-    e.completion = completion;
-    StoreEntry(db, e);
-}
-
-} // namespace
-
 // What an entry's span makes of it: its kind, the text of its line on a day, the days it
 // marks, and the queries that find it; and the class a typed name files it under.
 class TestEntryKinds final : public QObject
@@ -181,33 +168,40 @@ private slots:
     {
         TestEnvironment env;
         DatabaseConnection& db = env.db();
-        InsertEntry(db, 1, "C1", "20060420", "", "20060503", "");            // from the previous month
-        InsertEntry(db, 2, "T1", "", "", "20060608", "");                    // in the grid's trailing days
-        InsertEntry(db, 3, "A1", "20060615", "", "20060615", "");            // after the grid
-        InsertEntry(db, 4, "B1", "20060429", "", "20060430", "");            // ends on the first shown day
-        InsertEntry(db, 5, "C1", "20060301", "", "20060320", "");            // long before
-        InsertEntry(db, 6, "D3", "20060610", "09:00", "", "");               // on the last shown day
-        InsertEntry(db, 7, "T2", "", "", "20060429", "17:00");               // the day before the grid
-        InsertEntry(db, 8, "A3", "20060430", "08:00", "20060430", "");       // the first shown day
-        InsertEntry(db, 9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
-        InsertEntry(db, 10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
-        InsertEntry(db, 11, "D1", "20060611", "", "", "");                   // the day after the grid
-        InsertEntry(db, 12, "T2", "", "", "20060601", "17:00");              // a task with a time
+        const auto insert = [&db](int id, const char* kind, const char* start, const char* startTime, const char* end,
+                                  const char* endTime, int priority = 0, const char* completion = "") {
+            StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
+            e.priority = priority;
+            e.completion = completion;
+            StoreEntry(db, e);
+        };
+        insert(1, "C1", "20060420", "", "20060503", "");            // from the previous month
+        insert(2, "T1", "", "", "20060608", "");                    // in the grid's trailing days
+        insert(3, "A1", "20060615", "", "20060615", "");            // after the grid
+        insert(4, "B1", "20060429", "", "20060430", "");            // ends on the first shown day
+        insert(5, "C1", "20060301", "", "20060320", "");            // long before
+        insert(6, "D3", "20060610", "09:00", "", "");               // on the last shown day
+        insert(7, "T2", "", "", "20060429", "17:00");               // the day before the grid
+        insert(8, "A3", "20060430", "08:00", "20060430", "");       // the first shown day
+        insert(9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
+        insert(10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
+        insert(11, "D1", "20060611", "", "", "");                   // the day after the grid
+        insert(12, "T2", "", "", "20060601", "17:00");              // a task with a time
         QStringList month = Lines(db, MonthQuerySql(QDate(2006, 4, 30), QDate(2006, 6, 10)), {"ID"});
         std::sort(month.begin(), month.end(), [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
         QCOMPARE(month, QStringList({"1", "2", "4", "6", "8", "9", "10", "12"}));
 
         // A day's lines: tasks by priority, then spans, then the day's own entries by time.
         db.ExecuteSql(QStringLiteral("DELETE FROM TRNSCHTSK"));
-        InsertEntry(db, 1, "A3", "20060510", "10:00", "20060510", "");
-        InsertEntry(db, 2, "T1", "", "", "20060510", "", 3);
-        InsertEntry(db, 3, "T1", "", "", "20060510", "", 1);
-        InsertEntry(db, 4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
-        InsertEntry(db, 5, "C1", "20060508", "", "20060512", "");
-        InsertEntry(db, 6, "D1", "20060510", "", "", "");
-        InsertEntry(db, 7, "A1", "20060511", "", "20060511", "");
-        InsertEntry(db, 8, "B2", "20060509", "", "20060510", "08:00");
-        InsertEntry(db, 9, "T2", "", "", "20060509", "08:00");
+        insert(1, "A3", "20060510", "10:00", "20060510", "");
+        insert(2, "T1", "", "", "20060510", "", 3);
+        insert(3, "T1", "", "", "20060510", "", 1);
+        insert(4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
+        insert(5, "C1", "20060508", "", "20060512", "");
+        insert(6, "D1", "20060510", "", "", "");
+        insert(7, "A1", "20060511", "", "20060511", "");
+        insert(8, "B2", "20060509", "", "20060510", "08:00");
+        insert(9, "T2", "", "", "20060509", "08:00");
         QCOMPARE(Lines(db, DayQuerySql(QDate(2006, 5, 10)), {"ID"}), QStringList({"3", "2", "5", "8", "6", "4", "1"}));
     }
 
