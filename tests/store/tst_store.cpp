@@ -156,7 +156,6 @@ private slots:
         TestEnvironment env;
         const auto count = [&](const QString& where) { return env.count(QStringLiteral("TRNGENERAL"), where); };
         QCOMPARE(count(QStringLiteral("CODE = 10 AND DATAN1 = 12")), 1);
-        QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")) + env.count(QStringLiteral("MSTCLASS")), 0);
         // Sticky-note slots 1..30, closed; five hot keys, none set.
         QCOMPARE(count(QStringLiteral("CODE = 501 AND DATAS3 = '0' AND DATAN1 BETWEEN 1 AND 30")), 30);
         QCOMPARE(count(QStringLiteral("82000 <= CODE AND CODE < 82999 AND DATAN1 = 0")), 5);
