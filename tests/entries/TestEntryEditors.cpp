@@ -403,7 +403,6 @@ private slots:
         for (const bool on : {true, false}) {
             Type(e.w(), QStringLiteral("ChkEnd"), on ? "1" : "0");
             QCOMPARE(enabled("TxtEnd"), on);
-            QCOMPARE(enabled("LabEnd"), on);
             Type(e.w(), QStringLiteral("ChkEndNon"), on ? "1" : "0");
             QCOMPARE(enabled("TxtEndDate"), !on);
             QCOMPARE(enabled("LabEndDate"), !on);
