@@ -11,14 +11,6 @@ namespace {
 
 const QString Section = QStringLiteral("frmMAIN");
 
-QStringList IniLines(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 class TestPlacementUnderWindowManager final : public QObject
@@ -28,7 +20,6 @@ class TestPlacementUnderWindowManager final : public QObject
 private slots:
     void initTestCase()
     {
-        QVERIFY(QFileInfo(VerdalyProgram()).isExecutable());
         QString why;
         QVERIFY2(m_desktop.startDisplay(&why, QStringLiteral("1280x1024"), true), qPrintable(why));
     }
@@ -61,11 +52,8 @@ private slots:
             env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FSIZE = 72"));
         env.services.connection.reset();
         const QString iniPath = env.services.iniPath();
-        if (!ini.isEmpty()) {
-            QFile file(iniPath);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(ini);
-        }
+        if (!ini.isEmpty())
+            QVERIFY(WriteFile(iniPath, ini));
         const QRect screen(0, 0, 1280, 1024);
         QStringList firstSaved;
         for (int cycle = 0; cycle < cycles; ++cycle) {
@@ -75,13 +63,10 @@ private slots:
                     &frame);
             if (QTest::currentTestFailed())
                 return;
-            const QStringList saved = IniLines(iniPath);
+            const QStringList saved =
+                QString::fromUtf8(FileBytes(iniPath)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
             const QString where = QStringLiteral("cycle %1: %2").arg(cycle).arg(saved.join(QLatin1Char(' ')));
-            QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame %1,%2 %3x%4")
-                                                                    .arg(frame.x())
-                                                                    .arg(frame.y())
-                                                                    .arg(frame.width())
-                                                                    .arg(frame.height())));
+            QVERIFY2(screen.contains(frame), qPrintable(where + QStringLiteral(" frame ") + QDebug::toString(frame)));
             if (cycle > 0)
                 QCOMPARE(maximised, maximisedAfter);
             // One section: the four values, and the maximised mark when it was maximised.

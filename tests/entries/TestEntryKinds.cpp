@@ -10,19 +10,6 @@
 #include <QLabel>
 #include <QtTest>
 
-namespace {
-
-void InsertEntry(DatabaseConnection& db, int id, const char* kind, const char* start, const char* startTime,
-                 const char* end, const char* endTime, int priority = 0, const char* completion = "")
-{
-    StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
-    e.priority = priority;
-    e.completion = completion;
-    StoreEntry(db, e);
-}
-
-} // namespace
-
 // What an entry's span makes of it: its kind, the text of its line on a day, the days it
 // marks, and the queries that find it; and the class a typed name files it under.
 class TestEntryKinds final : public QObject
@@ -48,7 +35,6 @@ private slots:
         QTest::newRow("T ignores a start time") << L{"", "09:00", "20060501", ""} << "T1";
         QTest::newRow("D1") << L{"20060501", "", "", ""} << "D1";
         QTest::newRow("B over a year end") << L{"20061231", "", "20070101", ""} << "B1";
-        QTest::newRow("C over a leap day") << L{"20080228", "", "20080301", ""} << "C1";
         QTest::newRow("C1") << L{"20060501", "", "20060503", ""} << "C1";
         QTest::newRow("C backwards span") << L{"20060501", "", "20060430", ""} << "C1";
         QTest::newRow("unreadable end date") << L{"20060501", "", "2006050", ""} << "";
@@ -74,12 +60,9 @@ private slots:
         QTest::newRow("no leap day") << L{"20060229"} << QDate();
         QTest::newRow("year 0") << L{"00000101"} << QDate();
         QTest::newRow("slashes") << L{"2006/05/01"} << QDate();
-        QTest::newRow("seven digits") << L{"2006050"} << QDate();
         QTest::newRow("full-width digits") << L{"２００６０５０１"} << QDate();
         QTest::newRow("day-off 2/29 in a leap year") << L{"2008", "2", "29"} << QDate(2008, 2, 29);
         QTest::newRow("day-off 2/29 in a plain year") << L{"2006", "2", "29"} << QDate();
-        QTest::newRow("day-off 2/29 in 1900") << L{"1900", "2", "29"} << QDate();
-        QTest::newRow("day-off 4/31") << L{"2006", "4", "31"} << QDate();
         QTest::newRow("day-off huge month") << L{"2006", "4294967297", "1"} << QDate();
         QTest::newRow("day-off negative day") << L{"2006", "5", "-3"} << QDate();
         // clang-format on
@@ -91,9 +74,7 @@ private slots:
         const QDate result = args.size() == 1
                                  ? StoredDateToDate(args.at(0))
                                  : DayOffDate(args.at(0).toInt(), args.at(1).toLongLong(), args.at(2).toLongLong());
-        QCOMPARE(result.isValid(), date.isValid());
-        if (date.isValid())
-            QCOMPARE(result, date);
+        QCOMPARE(result, date);
     }
 
     // One-day and open-ended entries on their day and on others; spans on their start, middle
@@ -125,9 +106,7 @@ private slots:
         QTest::newRow("C3 start") << may1 << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 9:30 -  5/ 3";
         QTest::newRow("C3 middle") << may2 << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 5/ 1 -> 5/ 3";
         QTest::newRow("C4 end") << may3 << L{"20060501", "09:30", "20060503", "08:00", "C4", ""} << " 5/ 1 -> 8:00";
-        QTest::newRow("C1 entering from the previous month") << may1 << L{"20060420", "", "20060505", "", "C1", ""} << " 4/20 -> 5/ 5";
         QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << L{"20061228", "", "20070103", "", "C1", ""} << "12/28 -> 1/ 3";
-        QTest::newRow("no blanking in October") << QDate(2006, 10, 10) << L{"20061010", "", "20061031", "", "C1", ""} << "10/10 - 10/31";
         QTest::newRow("backwards span, start day") << may1 << L{"20060501", "", "20060430", "", "C1", ""} << " 5/ 1 -  4/30";
         QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << L{"20060501", "", "20060430", "", "C1", ""} << "";
         QTest::newRow("T2 done") << may1 << L{"", "", "20060501", "09:00", "T2", "1"} << "      -> 9:00";
@@ -154,10 +133,8 @@ private slots:
         QTest::addColumn<QStringList>("marks");
         // clang-format off
         QTest::newRow("A on its start") << "A3" << "20060515" << "20060515" << QStringList{"20060515"};
-        QTest::newRow("A outside") << "A3" << "20060615" << "20060615" << QStringList{};
         QTest::newRow("T on its deadline") << "T1" << "" << "20060608" << QStringList{"20060608"};
         QTest::newRow("T after the grid") << "T2" << "" << "20060611" << QStringList{};
-        QTest::newRow("B inside") << "B1" << "20060509" << "20060510" << QStringList{"20060509", "20060510"};
         QTest::newRow("B entering the grid") << "B4" << "20060429" << "20060430" << QStringList{"20060430"};
         QTest::newRow("C from the previous month") << "C1" << "20060425" << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
         QTest::newRow("C leaving the grid") << "C2" << "20060609" << "20060620" << QStringList{"20060609", "20060610"};
@@ -191,33 +168,40 @@ private slots:
     {
         TestEnvironment env;
         DatabaseConnection& db = env.db();
-        InsertEntry(db, 1, "C1", "20060420", "", "20060503", "");            // from the previous month
-        InsertEntry(db, 2, "T1", "", "", "20060608", "");                    // in the grid's trailing days
-        InsertEntry(db, 3, "A1", "20060615", "", "20060615", "");            // after the grid
-        InsertEntry(db, 4, "B1", "20060429", "", "20060430", "");            // ends on the first shown day
-        InsertEntry(db, 5, "C1", "20060301", "", "20060320", "");            // long before
-        InsertEntry(db, 6, "D3", "20060610", "09:00", "", "");               // on the last shown day
-        InsertEntry(db, 7, "T2", "", "", "20060429", "17:00");               // the day before the grid
-        InsertEntry(db, 8, "A3", "20060430", "08:00", "20060430", "");       // the first shown day
-        InsertEntry(db, 9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
-        InsertEntry(db, 10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
-        InsertEntry(db, 11, "D1", "20060611", "", "", "");                   // the day after the grid
-        InsertEntry(db, 12, "T2", "", "", "20060601", "17:00");              // a task with a time
+        const auto insert = [&db](int id, const char* kind, const char* start, const char* startTime, const char* end,
+                                  const char* endTime, int priority = 0, const char* completion = "") {
+            StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
+            e.priority = priority;
+            e.completion = completion;
+            StoreEntry(db, e);
+        };
+        insert(1, "C1", "20060420", "", "20060503", "");            // from the previous month
+        insert(2, "T1", "", "", "20060608", "");                    // in the grid's trailing days
+        insert(3, "A1", "20060615", "", "20060615", "");            // after the grid
+        insert(4, "B1", "20060429", "", "20060430", "");            // ends on the first shown day
+        insert(5, "C1", "20060301", "", "20060320", "");            // long before
+        insert(6, "D3", "20060610", "09:00", "", "");               // on the last shown day
+        insert(7, "T2", "", "", "20060429", "17:00");               // the day before the grid
+        insert(8, "A3", "20060430", "08:00", "20060430", "");       // the first shown day
+        insert(9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
+        insert(10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
+        insert(11, "D1", "20060611", "", "", "");                   // the day after the grid
+        insert(12, "T2", "", "", "20060601", "17:00");              // a task with a time
         QStringList month = Lines(db, MonthQuerySql(QDate(2006, 4, 30), QDate(2006, 6, 10)), {"ID"});
         std::sort(month.begin(), month.end(), [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
         QCOMPARE(month, QStringList({"1", "2", "4", "6", "8", "9", "10", "12"}));
 
         // A day's lines: tasks by priority, then spans, then the day's own entries by time.
         db.ExecuteSql(QStringLiteral("DELETE FROM TRNSCHTSK"));
-        InsertEntry(db, 1, "A3", "20060510", "10:00", "20060510", "");
-        InsertEntry(db, 2, "T1", "", "", "20060510", "", 3);
-        InsertEntry(db, 3, "T1", "", "", "20060510", "", 1);
-        InsertEntry(db, 4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
-        InsertEntry(db, 5, "C1", "20060508", "", "20060512", "");
-        InsertEntry(db, 6, "D1", "20060510", "", "", "");
-        InsertEntry(db, 7, "A1", "20060511", "", "20060511", "");
-        InsertEntry(db, 8, "B2", "20060509", "", "20060510", "08:00");
-        InsertEntry(db, 9, "T2", "", "", "20060509", "08:00");
+        insert(1, "A3", "20060510", "10:00", "20060510", "");
+        insert(2, "T1", "", "", "20060510", "", 3);
+        insert(3, "T1", "", "", "20060510", "", 1);
+        insert(4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
+        insert(5, "C1", "20060508", "", "20060512", "");
+        insert(6, "D1", "20060510", "", "", "");
+        insert(7, "A1", "20060511", "", "20060511", "");
+        insert(8, "B2", "20060509", "", "20060510", "08:00");
+        insert(9, "T2", "", "", "20060509", "08:00");
         QCOMPARE(Lines(db, DayQuerySql(QDate(2006, 5, 10)), {"ID"}), QStringList({"3", "2", "5", "8", "6", "4", "1"}));
     }
 
