@@ -86,6 +86,7 @@ private slots:
         const auto autumn = Equinox::Season::Autumn;
         // clang-format off
         QTest::newRow("1912 spring") << 1912 << spring << "1912-03-20T23:29:15";
+        QTest::newRow("1920 autumn") << 1920 << autumn << "1920-09-23T08:28:34";
         QTest::newRow("2003 spring") << 2003 << spring << "2003-03-21T01:00:00";
         QTest::newRow("2025 autumn") << 2025 << autumn << "2025-09-22T18:19:16";
         QTest::newRow("2033 spring") << 2033 << spring << "2033-03-20T07:22:35";

@@ -336,6 +336,7 @@ private slots:
         const int session = static_cast<int>(UnloadMode::AppWindows);
         // clang-format off
         QTest::newRow("from the menu, resident, session end") << 1 << true << false << "at once" << session << "exited" << false;
+        QTest::newRow("resident: exit menu") << 1 << true << false << "at once" << code << "exited" << false;
         QTest::newRow("resident: close box hides to the tray") << 1 << true << false << "at once" << box << "in the tray" << false;
         QTest::newRow("login, not resident: close box exits") << 0 << true << true << "at once" << box << "exited" << false;
         QTest::newRow("other value: close box exits") << 2 << true << false << "at once" << box << "exited" << false;
