@@ -397,8 +397,6 @@ private slots:
         QTest::addColumn<QString>("holiday");
         QTest::addColumn<QString>("expected");
         // clang-format off
-        QTest::newRow("plain day")        << QDate(2026, 11, 22) << false << false << ""           << ""         << "2026年11月22日 日曜日";
-        QTest::newRow("named day-off")    << QDate(2026, 11, 3)  << false << true  << "文化の日"   << ""         << "2026年11月3日 火曜日 文化の日";
         QTest::newRow("both")             << QDate(2026, 5, 1)   << true  << true  << " 創立記念日 " << ""       << "2026年5月1日 金曜日 予定あり 創立記念日";
         QTest::newRow("unnamed day-off")  << QDate(2024, 2, 29)  << false << true  << ""           << ""         << "2024年2月29日 木曜日 休日";
         QTest::newRow("no date")          << QDate()             << true  << false << ""           << "祝日"     << "";
