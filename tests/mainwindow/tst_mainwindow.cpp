@@ -70,10 +70,10 @@ QString HoverText(FrmMain& main, const QDate& day)
     return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
 
-void StoreOneDay(DatabaseConnection& db, int id, int day, const QString& subject)
+// A one-day entry on day (yyyyMMdd).
+void StoreOneDay(DatabaseConnection& db, int id, const QString& day, const QString& subject)
 {
-    const QString date = QStringLiteral("202611%1").arg(day, 2, 10, QLatin1Char('0'));
-    StoreEntry(db, Entry(id, QStringLiteral("A1"), date, QString(), date, QString(), subject));
+    StoreEntry(db, Entry(id, QStringLiteral("A1"), day, QString(), day, QString(), subject));
 }
 
 } // namespace
@@ -95,7 +95,7 @@ private slots:
         AddEntry(env.db(), 4, "A1", QStringLiteral("遠い予定"), "20270315", "", "20270315", "");
         AddEntry(env.db(), 5, "D3", QStringLiteral("開始のみ"), "20261216", "08:00", "", "");
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
-            StoreGeneral(env.db(), 200, {{"DATAS1", "off"}, {"DATAN1", month}, {"DATAN2", day}});
+            StoreDayOff(env.db(), month, day, QStringLiteral("off"));
         // Inserted out of order: the panel shows tasks first (empty start date), then by start
         // time, and by priority among equal times; three lines, then "more...".
         AddEntry(env.db(), 11, "A3", QStringLiteral("夕方の会議"), "20261110", "17:00", "20261110", "");
@@ -276,18 +276,18 @@ private slots:
         // Panels that must keep the grid's geometry: four lines, line breaks, a long subject.
         const QString longSubject = QStringLiteral("とても長い件名") + QString(30, QChar(u'長'));
         for (int i = 1; i <= 4; ++i) {
-            StoreOneDay(env.db(), i, 10, QStringLiteral("会議"));
-            StoreOneDay(env.db(), 10 + i, 12, QStringLiteral("一行目\n") + longSubject);
+            StoreOneDay(env.db(), i, QStringLiteral("20261110"), QStringLiteral("会議"));
+            StoreOneDay(env.db(), 10 + i, QStringLiteral("20261112"), QStringLiteral("一行目\n") + longSubject);
         }
-        StoreOneDay(env.db(), 5, 11, QStringLiteral("一行目\r\n二行目\t三"));
+        StoreOneDay(env.db(), 5, QStringLiteral("20261111"), QStringLiteral("一行目\r\n二行目\t三"));
         // Hovering a day tells its day-off remark and its entries, not the next day's.
-        StoreGeneral(env.db(), 200, {{"DATAN1", 11}, {"DATAN2", 16}, {"DATAS1", "創立記念日"}, {"DATAS2", QString()}});
-        StoreGeneral(env.db(), 200, {{"DATAN1", 11}, {"DATAN2", 17}, {"DATAS1", QString()}, {"DATAS2", QString()}});
-        StoreGeneral(env.db(), 200, {{"DATAN1", 11}, {"DATAN2", 19}, {"DATAS1", "振替"}, {"DATAS2", QString()}});
-        StoreOneDay(env.db(), 21, 18, QStringLiteral("歯医者"));
-        StoreOneDay(env.db(), 22, 18, QStringLiteral("買い物\n牛乳"));
-        StoreOneDay(env.db(), 23, 19, QStringLiteral("旅行"));
-        StoreOneDay(env.db(), 24, 20, QStringLiteral("翌日"));
+        StoreDayOff(env.db(), 11, 16, QStringLiteral("創立記念日"));
+        StoreDayOff(env.db(), 11, 17);
+        StoreDayOff(env.db(), 11, 19, QStringLiteral("振替"));
+        StoreOneDay(env.db(), 21, QStringLiteral("20261118"), QStringLiteral("歯医者"));
+        StoreOneDay(env.db(), 22, QStringLiteral("20261118"), QStringLiteral("買い物\n牛乳"));
+        StoreOneDay(env.db(), 23, QStringLiteral("20261119"), QStringLiteral("旅行"));
+        StoreOneDay(env.db(), 24, QStringLiteral("20261120"), QStringLiteral("翌日"));
         env.clock.current = QDateTime(QDate(2026, 11, 9), QTime(9, 0));
         auto started = StartMainWindow(env);
         FrmMain& main = *started;
@@ -554,9 +554,7 @@ private slots:
         for (const auto& [today, selected, item, expected] : jumps) {
             TestEnvironment env;
             env.clock.current = QDateTime(today, QTime(9, 0));
-            const QString day = expected.toString(QStringLiteral("yyyyMMdd"));
-            StoreEntry(env.db(),
-                       Entry(1, QStringLiteral("A1"), day, QString(), day, QString(), QStringLiteral("行き先")));
+            StoreOneDay(env.db(), 1, expected.toString(QStringLiteral("yyyyMMdd")), QStringLiteral("行き先"));
             auto main = StartMainWindow(env);
             main->calendar()->setCurrentDate(selected);
             MenuAnswer menu(item);
