@@ -220,7 +220,6 @@ private slots:
         }
         QCOMPARE(calendar.CurrentDate(), expected);
         QCOMPARE(events, expectedEvents);
-        QVERIFY(calendar.isShown(expected));
     }
 
     void cellsTileTheGrid()
@@ -236,7 +235,6 @@ private slots:
                 QVERIFY2(!cell.isEmpty() && calendar.rect().contains(cell), qPrintable(day.toString(Qt::ISODate)));
                 QCOMPARE(calendar.dateAt(cell.topLeft()), day);
                 QCOMPARE(calendar.dateAt(cell.bottomRight()), day);
-                QCOMPARE(calendar.dateAt(cell.center()), day);
                 if (i % 7 != 0)
                     QCOMPARE(cell.left(), previous.right() + 1); // no gap, no overlap
                 QVERIFY(!cell.intersects(calendar.previousMonthButtonRect()));
