@@ -343,13 +343,11 @@ private slots:
         // Five entries on the test's today, one an hour from 08:00, subjects A to E; A is a task
         // due at its hour, which the panel lists first as it has no start day.
         const QString today = QStringLiteral("20261122");
-        for (int i = 0; i < 5; ++i) {
+        StoreEntry(env.db(), Entry(1, QStringLiteral("T2"), QString(), QString(), today, QStringLiteral("08:00"), "A"));
+        for (int i = 1; i < 5; ++i) {
             const QString time = QStringLiteral("%1:00").arg(8 + i, 2, 10, QLatin1Char('0'));
-            const QString subject(QChar(u'A' + i));
-            if (i == 0)
-                StoreEntry(env.db(), Entry(1, QStringLiteral("T2"), QString(), QString(), today, time, subject));
-            else
-                StoreEntry(env.db(), Entry(i + 1, QStringLiteral("D3"), today, time, QString(), QString(), subject));
+            StoreEntry(env.db(),
+                       Entry(i + 1, QStringLiteral("D3"), today, time, QString(), QString(), QChar(u'A' + i)));
         }
         auto main = StartMainWindow(env);
 
