@@ -1,13 +1,25 @@
-// The main window over a month of entries: start-up, the design, the panel's order, the
-// grid's marks across months, and today following the clock.
+// The main window as a user meets it: start-up over a month of entries, the design, the
+// panel's order, the grid's marks across months, today following the clock; the grid and the
+// panel read and worked as a user does (a click opens an entry in its editor, the right
+// button offers edit and delete, a delete asks first); and the links under the calendar,
+// their menus and the tray icon, each answering only while no dialog opened from the window
+// is up.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/LinkLabel.h"
-#include "entries/EntryKinds.h"
 #include "mainwindow/FrmMain.h"
+#include "mainwindow/MonthJump.h"
+#include "mainwindow/OnlineHelp.h"
 #include "support/MainWindowKit.h"
 #include "support/TestKit.h"
 
+#include <QAccessible>
+#include <QDialog>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <QToolTip>
 #include <QtTest>
 
 namespace {
@@ -48,6 +60,22 @@ QList<QDate> Span(const QDate& from, const QDate& to)
     return days;
 }
 
+QString HoverText(FrmMain& main, const QDate& day)
+{
+    QToolTip::hideText();
+    HalvernCalendar* grid = main.calendar();
+    const QPoint at = grid->dayRect(day).center();
+    QHelpEvent event(QEvent::ToolTip, at, grid->mapToGlobal(at));
+    QCoreApplication::sendEvent(grid, &event);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+}
+
+// A one-day entry on day (yyyyMMdd).
+void StoreOneDay(DatabaseConnection& db, int id, const QString& day, const QString& subject)
+{
+    StoreEntry(db, Entry(id, QStringLiteral("A1"), day, QString(), day, QString(), subject));
+}
+
 } // namespace
 
 class TestMainWindow : public QObject
@@ -67,7 +95,7 @@ private slots:
         AddEntry(env.db(), 4, "A1", QStringLiteral("遠い予定"), "20270315", "", "20270315", "");
         AddEntry(env.db(), 5, "D3", QStringLiteral("開始のみ"), "20261216", "08:00", "", "");
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
-            StoreGeneral(env.db(), 200, {{"DATAS1", "off"}, {"DATAN1", month}, {"DATAN2", day}});
+            StoreDayOff(env.db(), month, day, QStringLiteral("off"));
         // Inserted out of order: the panel shows tasks first (empty start date), then by start
         // time, and by priority among equal times; three lines, then "more...".
         AddEntry(env.db(), 11, "A3", QStringLiteral("夕方の会議"), "20261110", "17:00", "20261110", "");
@@ -78,8 +106,7 @@ private slots:
         // The design and the transparency come from the database, so they must be applied
         // after it was opened: on top, 30% transparent, Monday first, the panel's colours.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
-            env.db().ExecuteSql(
-                QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = %1 WHERE CODE = %2").arg(value).arg(code));
+            SetGeneral(env.db(), code, {{"DATAN1", value}});
         env.db().ExecuteSql(
             QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2, FSIZE = 11.5 WHERE CODE = 140")
                 .arg(0x00FF0000) // blue in 0x00BBGGRR
@@ -87,28 +114,23 @@ private slots:
         auto started = StartMainWindow(env);
         FrmMain& main = *started;
         HalvernCalendar* calendar = main.calendar();
-        QCOMPARE(calendar->CurrentDate(), QDate(2026, 11, 22));
         QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
         QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
         QVERIFY(main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         QCOMPARE(calendar->FirstDayOfWeek(), 2);
-        QCOMPARE(main.LabelForeColor(), QColor(0, 0, 255));
         QCOMPARE(main.palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
         for (const char* name : {"LabTime(1)", "LabYotei(2)", "LabHelp"})
             QCOMPARE(Control<QLabel>(&main, name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
         QCOMPARE(Control<QLabel>(&main, "LabYotei(2)")->font().pointSizeF(), 11.5);
-        // Time texts line up in columns: blanks, digits, colons and arrows are all one width.
+        // Time texts line up in columns: blanks, digits, colons, dashes and arrows are all one width.
         const QFontMetrics metrics(Control<QLabel>(&main, "LabTime(1)")->font());
         QCOMPARE(metrics.horizontalAdvance(QStringLiteral(" 9:30 - 10:00")),
                  metrics.horizontalAdvance(QStringLiteral("      ->17:00")));
-        QCOMPARE(metrics.horizontalAdvance(QStringLiteral("20:30 - 24:00")),
-                 metrics.horizontalAdvance(QStringLiteral(" 5/ 1 -> 5/ 3")));
         QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
         QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         // The Monday-first grid runs from 10/26 to 12/6.
         QCOMPARE(Marked(calendar), QList<QDate>({QDate(2026, 11, 10), QDate(2026, 11, 22)}) +
                                        Span(QDate(2026, 11, 25), QDate(2026, 12, 6)));
-        QVERIFY(Marked(calendar, true).isEmpty());
 
         calendar->setCurrentDate(QDate(2026, 11, 10));
         QCOMPARE(Column(main, "LabYotei"), (QStringList{"請求書", "[済]報告書", "朝会"}));
@@ -128,7 +150,6 @@ private slots:
         // Moving on clears the previous month's marks.
         calendar->setCurrentDate(QDate(2027, 3, 1));
         QCOMPARE(Marked(calendar), QList<QDate>{QDate(2027, 3, 15)});
-        QVERIFY(Marked(calendar, true).isEmpty());
         // The leap day is a day-off only in a leap year, and never turns into another day.
         calendar->setCurrentDate(QDate(2027, 2, 10));
         QVERIFY(Marked(calendar, true).isEmpty());
@@ -231,6 +252,423 @@ private slots:
         }
         QCOMPARE(env.prompter.shown.size(), 1);
         main->Form_Unload();
+    }
+
+    void readingTheMonth()
+    {
+        TestEnvironment env;
+        // Rows that cannot be read leave no trace: no mark, no line, no hover text.
+        // clang-format off
+        const QList<QStringList> unreadable = {
+            {"B1", "", "", "20261130", ""},         // span with no start date
+            {"C1", "20261101", "", "", ""},         // span with no end date
+            {"A1", "2026x110", "", "2026x110", ""}, // one day, start not a date
+            {"T1", "", "", "20261310", ""},         // task, deadline in the 13th month
+            {"D3", "20261101", "25:99", "", ""},    // open end, start time 25:99
+            {"Z9", "20261101", "", "20261101", ""}, // unknown kind
+            {"", "20261101", "", "20261101", ""}};  // empty kind
+        // clang-format on
+        int id = 100;
+        for (const QStringList& r : unreadable)
+            StoreEntry(env.db(), Entry(++id, r[0], r[1], r[2], r[3], r[4], QStringLiteral("壊れた行")));
+        // Panels that must keep the grid's geometry: four lines, line breaks, a long subject.
+        const QString longSubject = QStringLiteral("とても長い件名") + QString(30, QChar(u'長'));
+        for (int i = 1; i <= 4; ++i) {
+            StoreOneDay(env.db(), i, QStringLiteral("20261110"), QStringLiteral("会議"));
+            StoreOneDay(env.db(), 10 + i, QStringLiteral("20261112"), QStringLiteral("一行目\n") + longSubject);
+        }
+        StoreOneDay(env.db(), 5, QStringLiteral("20261111"), QStringLiteral("一行目\r\n二行目\t三"));
+        // Hovering a day tells its day-off remark and its entries, not the next day's.
+        StoreDayOff(env.db(), 11, 16, QStringLiteral("創立記念日"));
+        StoreDayOff(env.db(), 11, 17);
+        StoreDayOff(env.db(), 11, 19, QStringLiteral("振替"));
+        StoreOneDay(env.db(), 21, QStringLiteral("20261118"), QStringLiteral("歯医者"));
+        StoreOneDay(env.db(), 22, QStringLiteral("20261118"), QStringLiteral("買い物\n牛乳"));
+        StoreOneDay(env.db(), 23, QStringLiteral("20261119"), QStringLiteral("旅行"));
+        StoreOneDay(env.db(), 24, QStringLiteral("20261120"), QStringLiteral("翌日"));
+        env.clock.current = QDateTime(QDate(2026, 11, 9), QTime(9, 0));
+        auto started = StartMainWindow(env);
+        FrmMain& main = *started;
+        HalvernCalendar* calendar = main.calendar();
+
+        const QList<int> goodDays = {10, 11, 12, 18, 19, 20};
+        for (const QDate& month : {QDate(2026, 10, 9), QDate(2026, 12, 9), QDate(2026, 11, 9)}) {
+            calendar->setCurrentDate(month);
+            for (QDate d = calendar->FirstShownDate(); d <= calendar->LastShownDate(); d = d.addDays(1)) {
+                const bool good = d.year() == 2026 && d.month() == 11 && goodDays.contains(d.day());
+                QVERIFY2(calendar->isEntryDay(d) == good, qPrintable(d.toString(Qt::ISODate)));
+            }
+        }
+        for (const QDate& day : {QDate(1990, 1, 1), QDate(2026, 11, 30), QDate(2026, 11, 1)}) {
+            calendar->setCurrentDate(day);
+            QCOMPARE(Column(main, "LabYotei"), QStringList({"", "", ""}));
+        }
+        QCOMPARE(HoverText(main, QDate(2026, 11, 1)), QString());
+
+        calendar->setCurrentDate(QDate(2026, 11, 9));
+        QCoreApplication::processEvents();
+        const QRect emptyPanelGrid = calendar->geometry();
+        const QSize window = main.size();
+        // clang-format off
+        const QList<std::tuple<int, bool, QString, bool>> panels = {
+            {10, true, "会議", false}, {11, false, "一行目 二行目 三", false}, {12, true, "一行目 とても長い件名", true}};
+        // clang-format on
+        for (const auto& [day, more, shownStart, elided] : panels) {
+            calendar->setCurrentDate(QDate(2026, 11, day));
+            QCoreApplication::processEvents();
+            QCOMPARE(calendar->geometry(), emptyPanelGrid);
+            QCOMPARE(main.size(), window);
+            QCOMPARE(Control<QWidget>(&main, "LabMore")->isVisible(), more);
+            auto* label = Control<QLabel>(&main, "LabYotei(0)");
+            const QString shown = label->text();
+            QVERIFY2(shown.startsWith(shownStart), qPrintable(shown));
+            QCOMPARE(shown.endsWith(QChar(0x2026)), elided);
+            QVERIFY(label->fontMetrics().horizontalAdvance(shown) <= label->contentsRect().width());
+            // The whole subject is still there to read by hovering.
+            QVERIFY(label->toolTip().startsWith(shownStart));
+        }
+        QCOMPARE(HoverText(main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
+        QCOMPARE(HoverText(main, QDate(2026, 11, 17)), QStringLiteral("休日"));
+        QCOMPARE(HoverText(main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
+        QCOMPARE(HoverText(main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
+        QVERIFY(env.prompter.shown.isEmpty());
+    }
+
+    void entryLabels()
+    {
+        TestEnvironment env;
+        // Five entries on the test's today, one an hour from 08:00, subjects A to E; A is a task
+        // due at its hour, which the panel lists first as it has no start day.
+        const QString today = QStringLiteral("20261122");
+        StoreEntry(env.db(), Entry(1, QStringLiteral("T2"), QString(), QString(), today, QStringLiteral("08:00"), "A"));
+        for (int i = 1; i < 5; ++i) {
+            const QString time = QStringLiteral("%1:00").arg(8 + i, 2, 10, QLatin1Char('0'));
+            StoreEntry(env.db(),
+                       Entry(i + 1, QStringLiteral("D3"), today, time, QString(), QString(), QChar(u'A' + i)));
+        }
+        auto main = StartMainWindow(env);
+
+        // The task opens on a click, a schedule through the menu's edit item.
+        for (const auto& [row, throughMenu, dialog] :
+             {std::tuple{0, false, "FrmTask"}, std::tuple{1, true, "FrmSchedule"}}) {
+            const QString label = QStringLiteral("LabYotei(%1)").arg(row);
+            QString opened;
+            ModalAnswer editor([&](QWidget* window) {
+                opened = window->objectName();
+                auto* subject = Control<QLineEdit>(window, "TxtYouken");
+                subject->setText(subject->text() + QStringLiteral("変更後"));
+                Click(window, "ComOK");
+            });
+            MenuAnswer menu(QStringLiteral("MnuScheduleEdit"));
+            ClickControl(*main, label, throughMenu ? Qt::RightButton : Qt::LeftButton);
+            QCOMPARE(menu.menu(), throughMenu ? QStringLiteral("MnuScheduleEditMenu") : QString());
+            QCOMPARE(opened, QLatin1String(dialog));
+            const QString changed = QString(QChar(u'A' + row)) + QStringLiteral("変更後");
+            QCOMPARE(Column(env.db(), row + 1, "BUSINESS"), changed);
+            QCOMPARE(Shown(main.get(), label), changed);
+            QVERIFY(env.services.state.MainWindowIdle);
+        }
+
+        // Each delete is asked first, with Cancel as the answer to a hasty Enter; the rows then
+        // stand for the entries they show.
+        // clang-format off
+        const QList<std::tuple<int, bool, QStringList, bool>> deletes = {
+            {1, false, {"A変更後", "B変更後", "C"}, true}, // cancel keeps it
+            {1, true, {"A変更後", "C", "D"}, true},
+            {0, true, {"C", "D", "E"}, false},            // a task goes like a schedule
+            {1, true, {"C", "E", ""}, false}};
+        // clang-format on
+        for (const auto& [row, confirmed, panelAfter, moreAfter] : deletes) {
+            const int id = main->PanelEntryId(row);
+            env.prompter.shown.clear();
+            env.prompter.answers.push_back(confirmed ? PromptAnswer::Ok : PromptAnswer::Cancel);
+            MenuAnswer menu(QStringLiteral("MnuScheduleDel"));
+            ClickControl(*main, QStringLiteral("LabYotei(%1)").arg(row), Qt::RightButton);
+            QCOMPARE(env.prompter.shown.size(), 1);
+            QCOMPARE(env.prompter.shown.front().buttons, PromptButtons::OkCancel);
+            QCOMPARE(env.prompter.shown.front().defaultAnswer, PromptAnswer::Cancel);
+            QCOMPARE(Column(env.db(), id, "ID") == QLatin1String("<no row>"), confirmed);
+            QCOMPARE(Column(*main, "LabYotei"), panelAfter);
+            QCOMPARE(Control<QLabel>(main.get(), "LabMore")->isVisible(), moreAfter);
+            for (int i = 0; i < PanelRows; ++i) {
+                const QString subject = panelAfter.at(i);
+                QCOMPARE(main->PanelEntryId(i), subject.isEmpty() ? 0 : subject.at(0).unicode() - u'A' + 1);
+            }
+            QCOMPARE(env.db().transactionDepth(), 0);
+        }
+
+        // An empty label opens nothing, and its menu deletes nothing.
+        {
+            ModalAnswer editor([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
+            ClickControl(*main, QStringLiteral("LabYotei(2)"));
+            QTest::qWait(100);
+            QVERIFY(!editor.opened());
+            MenuAnswer menu(QStringLiteral("MnuScheduleDel"));
+            ClickControl(*main, QStringLiteral("LabYotei(2)"), Qt::RightButton);
+            QVERIFY(menu.opened());
+            QVERIFY(env.prompter.shown.size() == 1);
+            QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 2);
+            // A screen reader is offered the menu of a filled label only.
+            QAccessibleInterface* filled =
+                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(0)"));
+            QAccessibleInterface* empty =
+                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(2)"));
+            QCOMPARE(filled->text(QAccessible::Name), QStringLiteral("C"));
+            QVERIFY(empty->actionInterface()->actionNames().isEmpty());
+            MenuAnswer byReader{QString()};
+            filled->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+            QTRY_VERIFY(byReader.opened());
+            QCOMPARE(byReader.menu(), QStringLiteral("MnuScheduleEditMenu"));
+        }
+
+        // The last two go, and the day loses its mark.
+        for (int i = 0; i < 2; ++i) {
+            MenuAnswer last(QStringLiteral("MnuScheduleDel"));
+            ClickControl(*main, QStringLiteral("LabYotei(0)"), Qt::RightButton);
+        }
+        QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
+        QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 22)));
+
+        // "Schedule" makes a schedule or a task on the selected day; the grid and the panel
+        // follow at once.
+        main->calendar()->setCurrentDate(QDate(2026, 11, 25));
+        const QString subject = QStringLiteral("O'Neil と打合せ");
+        for (const auto& [item, dateBox] :
+             {std::pair{"MnuSchedule", "TxtStartDate"}, std::pair{"MnuTask", "TxtEndDate"}}) {
+            bool idleWhileOpen = true;
+            QString shownDate;
+            MenuAnswer entryMenu{QLatin1String(item)};
+            ModalAnswer newEntry([&, box = dateBox](QWidget* window) {
+                idleWhileOpen = env.services.state.MainWindowIdle;
+                shownDate = Shown(window, QLatin1String(box));
+                Control<QLineEdit>(window, "TxtYouken")->setText(subject);
+                Click(window, "ComOK");
+            });
+            ClickControl(*main, QStringLiteral("LabScaedule"));
+            QCOMPARE(shownDate, QStringLiteral("2026/11/25"));
+            QVERIFY(!idleWhileOpen);
+            QVERIFY(env.services.state.MainWindowIdle);
+            QVERIFY(main->calendar()->isEntryDay(QDate(2026, 11, 25)));
+            QCOMPARE(Shown(main.get(), "LabYotei(0)"), subject);
+        }
+        QCOMPARE(Lines(env.db(), QStringLiteral("SELECT * FROM TRNSCHTSK ORDER BY DATA"),
+                       {"DATA", "BUSINESS", "STARTDT", "ENDDT"}),
+                 QStringList({"1|O'Neil と打合せ|20261125|", "2|O'Neil と打合せ||20261125"}));
+    }
+
+    void controlsAnswerOnlyWhenIdle_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<int>("button");
+        QTest::addColumn<QString>("name"); // a link's name for a screen reader; "" not a link
+        QTest::addColumn<QString>("menu"); // the menu it pops once idle; "" a dialog instead
+        // clang-format off
+        QTest::newRow("Menu") << "LabMenu" << int(Qt::LeftButton) << "Menu" << "MnuSubMenu";
+        QTest::newRow("Jump") << "LabJump" << int(Qt::LeftButton) << "Jump" << "MnuJumpDay";
+        QTest::newRow("Schedule") << "LabScaedule" << int(Qt::LeftButton) << "Schedule" << "MnuEntry";
+        QTest::newRow("Help") << "LabHelp" << int(Qt::LeftButton) << "Help" << "MnuHelp";
+        QTest::newRow("entry label") << "LabYotei(0)" << int(Qt::LeftButton) << "" << "";
+        QTest::newRow("entry label, right") << "LabYotei(0)" << int(Qt::RightButton) << "" << "MnuScheduleEditMenu";
+        // clang-format on
+    }
+    void controlsAnswerOnlyWhenIdle()
+    {
+        QFETCH(QString, control);
+        QFETCH(int, button);
+        QFETCH(QString, name);
+        QFETCH(QString, menu);
+        TestEnvironment env;
+        StoreEntry(env.db(), Entry(1, QStringLiteral("A4"), QStringLiteral("20261122"), QStringLiteral("09:00"),
+                                   QStringLiteral("20261122"), QStringLiteral("10:00"), QStringLiteral("朝会")));
+        auto main = StartMainWindow(env);
+        const auto reject = [](QWidget* window) { static_cast<QDialog*>(window)->reject(); };
+        env.services.state.MainWindowIdle = false;
+        {
+            MenuAnswer busyMenu{QString()};
+            ModalAnswer busyDialog(reject);
+            ClickControl(*main, control, Qt::MouseButton(button));
+            QTest::qWait(100);
+            QVERIFY(!busyMenu.opened() && !busyDialog.opened());
+        }
+        env.services.state.MainWindowIdle = true;
+        MenuAnswer byMouse{QString()};
+        ModalAnswer dialog(reject);
+        ClickControl(*main, control, Qt::MouseButton(button));
+        QTRY_VERIFY(menu.isEmpty() ? dialog.opened() : byMouse.opened());
+        QCOMPARE(byMouse.menu(), menu);
+        if (name.isEmpty())
+            return;
+        // A screen reader finds the link by its caption and presses it.
+        QAccessibleInterface* access = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>(control));
+        QCOMPARE(access->role(), QAccessible::Link);
+        QCOMPARE(access->text(QAccessible::Name), name);
+        MenuAnswer byReader{QString()};
+        access->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(byReader.opened());
+        QCOMPARE(byReader.menu(), menu);
+        QVERIFY(env.services.state.MainWindowIdle);
+    }
+
+    // The jump menu's month rule: the selected day is kept, unless today's day of the month is
+    // past the target month's length; a day the month lacks is no date at all.
+    void jumpRule_data()
+    {
+        QTest::addColumn<QDate>("selected");
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<int>("month");
+        QTest::addColumn<QDate>("expected"); // invalid: no such day
+        // clang-format off
+        QTest::newRow("selected 31st, today mid-month, to February") << QDate(2007, 1, 31) << QDate(2007, 3, 15) << 2 << QDate();
+        QTest::newRow("today the 30th, to February")                << QDate(2007, 1, 10) << QDate(2007, 1, 30) << 2 << QDate(2007, 2, 28);
+        QTest::newRow("today the 31st, to a 30-day month")          << QDate(2007, 3, 15) << QDate(2007, 1, 31) << 4 << QDate(2007, 4, 30);
+        QTest::newRow("today the 30th is not past April's 30")      << QDate(2007, 5, 31) << QDate(2007, 1, 30) << 4 << QDate();
+        QTest::newRow("leap day today still counts February as 28") << QDate(2008, 1, 10) << QDate(2008, 2, 29) << 2 << QDate(2008, 2, 28);
+        QTest::newRow("selected 29th reaches a leap February")      << QDate(2008, 1, 29) << QDate(2008, 1, 5)  << 2 << QDate(2008, 2, 29);
+        QTest::newRow("the year is the selected day's")             << QDate(1999, 6, 5)  << QDate(2026, 11, 22) << 12 << QDate(1999, 12, 5);
+        QTest::newRow("no thirteenth month")                        << QDate(2026, 1, 5)  << QDate(2026, 11, 22) << 13 << QDate();
+        // clang-format on
+    }
+    void jumpRule()
+    {
+        QFETCH(QDate, selected);
+        QFETCH(QDate, today);
+        QFETCH(int, month);
+        QFETCH(QDate, expected);
+        QCOMPARE(MonthJumpDate(selected, today, month), expected);
+    }
+
+    void jumpMenu()
+    {
+        // clang-format off
+        const QList<std::tuple<QDate, QDate, QString, QDate>> jumps = {
+            {QDate(2026, 11, 22), QDate(2026, 3, 3), "MnuToday", QDate(2026, 11, 22)},
+            {QDate(2026, 1, 30), QDate(2026, 3, 10), "MnuMonth2", QDate(2026, 2, 28)},   // today past the month's end
+            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth4", QDate(2026, 1, 31)},  // no such day: stay
+            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth12", QDate(2026, 12, 31)}};
+        // clang-format on
+        for (const auto& [today, selected, item, expected] : jumps) {
+            TestEnvironment env;
+            env.clock.current = QDateTime(today, QTime(9, 0));
+            StoreOneDay(env.db(), 1, expected.toString(QStringLiteral("yyyyMMdd")), QStringLiteral("行き先"));
+            auto main = StartMainWindow(env);
+            main->calendar()->setCurrentDate(selected);
+            MenuAnswer menu(item);
+            ClickControl(*main, QStringLiteral("LabJump"));
+            QCOMPARE(main->calendar()->CurrentDate(), expected);
+            // The panel shows the day the jump landed on.
+            QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("行き先"));
+            QVERIFY(main->calendar()->isEntryDay(expected));
+        }
+    }
+
+    void onlineHelp_data()
+    {
+        QTest::addColumn<QString>("page"); // where the page is, under the temporary root; "" none
+        QTest::addColumn<bool>("browserOpens");
+        QTest::addColumn<QString>("message"); // what the user is told ("" nothing)
+        QTest::newRow("beside the program") << "bin/help/index.html" << true << "";
+        QTest::newRow("installed") << "share/halvern-verdaly/help/index.html" << true << "";
+        QTest::newRow("missing") << "" << true << "ヘルプのページが見つかりません。";
+        QTest::newRow("no browser") << "bin/help/index.html" << false << "ブラウザを起動できませんでした。";
+    }
+    void onlineHelp()
+    {
+        QFETCH(QString, page);
+        QFETCH(bool, browserOpens);
+        QFETCH(QString, message);
+        TestEnvironment env;
+        QTemporaryDir root;
+        QDir(root.path()).mkpath(QStringLiteral("bin"));
+        const QString pagePath = page.isEmpty() ? QString() : QDir(root.path()).filePath(page);
+        if (!page.isEmpty()) {
+            QDir().mkpath(QFileInfo(pagePath).path());
+            QVERIFY(WriteFile(pagePath, QByteArray()));
+        }
+        env.services.programDir = QDir(root.path()).filePath(QStringLiteral("bin"));
+        env.urlOpener.opens = browserOpens;
+        auto main = StartMainWindow(env);
+        MenuAnswer menu(QStringLiteral("MnuOnline"));
+        ClickControl(*main, QStringLiteral("LabHelp"));
+        QCOMPARE(menu.menu(), QStringLiteral("MnuHelp"));
+        QCOMPARE(env.urlOpener.opened.size(), page.isEmpty() ? 0 : 1);
+        if (!page.isEmpty())
+            QCOMPARE(QFileInfo(env.urlOpener.opened.front().toLocalFile()).canonicalFilePath(),
+                     QFileInfo(pagePath).canonicalFilePath());
+        QCOMPARE(env.prompter.shown.size(), message.isEmpty() ? 0 : 1);
+        if (!message.isEmpty()) {
+            QVERIFY2(env.prompter.shown.front().text.startsWith(message), qPrintable(env.prompter.shown.front().text));
+            // The user learns which file it is about.
+            const QString named = page.isEmpty() ? HelpPageCandidates(env.services.programDir).front() : pagePath;
+            QVERIFY(env.prompter.shown.front().text.contains(QDir::cleanPath(named)));
+        }
+        QVERIFY(env.services.state.MainWindowIdle);
+    }
+
+    void theBuildShipsTheHelpPage()
+    {
+        const QString page = FindHelpPage(qEnvironmentVariable("VERDALY_BIN_DIR"));
+        QVERIFY2(!page.isEmpty(), "the build puts no help page beside the program");
+        const QString html = QString::fromUtf8(FileBytes(page));
+        QVERIFY(html.contains(QStringLiteral("lang=\"ja\"")));
+        // Where the data lives.
+        QVERIFY(html.contains(QStringLiteral("QMCalendar.mdb")));
+    }
+
+    // The version box and the tray icon: a click brings the window back from hiding, its menu
+    // opens the calendar, makes a sticky note, or ends the program through the normal unload.
+    void versionAndTray()
+    {
+        TestEnvironment env;
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 1 WHERE CODE = 311"));
+        auto main = StartMainWindow(env);
+        bool idleWhileOpen = true;
+        QString title;
+        {
+            MenuAnswer menu(QStringLiteral("MnuVersion"));
+            ModalAnswer dialog([&](QWidget* window) {
+                idleWhileOpen = env.services.state.MainWindowIdle;
+                title = Control<QLabel>(window, "LabTitle")->text();
+                Click(window, "ComOK");
+            });
+            ClickControl(*main, QStringLiteral("LabHelp"));
+            QVERIFY(!dialog.stayedOpen()); // its OK closes it
+            QCOMPARE(dialog.title(), QStringLiteral("バージョン情報"));
+        }
+        QVERIFY(title.endsWith(QStringLiteral(" 1.2")));
+        QVERIFY(!idleWhileOpen);
+        QVERIFY(env.services.state.MainWindowIdle);
+
+        main->setTrayAvailabilityForTesting(1);
+        QPointer<QSystemTrayIcon> tray = main->trayIcon();
+        QMenu* trayMenu = tray->contextMenu();
+        QCOMPARE(trayMenu->objectName(), QStringLiteral("MnuTaskMenu"));
+        const QList<QPair<QSystemTrayIcon::ActivationReason, bool>> clicks = {{QSystemTrayIcon::Context, false},
+                                                                              {QSystemTrayIcon::MiddleClick, false},
+                                                                              {QSystemTrayIcon::Trigger, true},
+                                                                              {QSystemTrayIcon::DoubleClick, true}};
+        for (const auto& [reason, shown] : clicks) {
+            // The close box of a resident calendar hides it in the tray.
+            main->close();
+            emit tray->activated(reason);
+            QCOMPARE(main->isVisible(), shown);
+            QCOMPARE(main->isMinimized(), !shown);
+        }
+        main->close();
+        Control<QAction>(trayMenu, "MnuMainOpen")->trigger();
+        QVERIFY(main->isVisible() && !main->isMinimized());
+        // A new note takes the hand-over slot's place, in a colour drawn from the seven.
+        env.random.values = {0.999};
+        Control<QAction>(trayMenu, "MnuTaskPost")->trigger();
+        QCOMPARE(env.services.state.StickyNotes[0].colorIndex, 6);
+        QVERIFY(env.services.state.StickyNotes[0].text.isEmpty());
+        QVERIFY(!main->isUnloaded());
+        // Even a resident calendar ends for the exit item: it is no close-box close.
+        Control<QAction>(trayMenu, "MnuEnd")->trigger();
+        QVERIFY(main->isUnloaded());
+        QVERIFY(!env.services.connection || !env.services.connection->isOpen());
+        QVERIFY(!main->trayIcon());
+        QTRY_VERIFY(tray.isNull());
+        CloseStickyNoteWindows();
     }
 };
 
