@@ -82,6 +82,7 @@ bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool 
                           &number, why))
         return false;
     m_display = QLatin1Char(':') + number;
+    m_managed = withWindowManager;
     if (!withWindowManager)
         return true;
     m_windowManager.setProcessEnvironment(environment());
@@ -140,7 +141,7 @@ QProcessEnvironment DesktopSession::environment() const
     // frames and maximising need.
     if (!m_busAddress.isEmpty())
         env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
-    else if (m_windowManager.state() == QProcess::NotRunning)
+    else if (!m_managed)
         env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
                    QStringLiteral("unix:path=/nonexistent/verdaly-test-bus"));
     return env;

@@ -61,5 +61,6 @@ private:
     QProcess m_bus;
     QProcess m_server;
     QString m_display;
+    bool m_managed = false; // a window manager runs on the display
     QString m_busAddress;
 };
