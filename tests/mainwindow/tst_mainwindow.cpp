@@ -1,9 +1,5 @@
-// The main window as a user meets it: start-up over a month of entries, the design, the
-// panel's order, the grid's marks across months, today following the clock; the grid and the
-// panel read and worked as a user does (a click opens an entry in its editor, the right
-// button offers edit and delete, a delete asks first); and the links under the calendar,
-// their menus and the tray icon, each answering only while no dialog opened from the window
-// is up.
+// The main window as a user meets it: the grid, the panel and the links under the calendar,
+// each answering only while no dialog opened from the window is up.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "common/LinkLabel.h"
 #include "mainwindow/FrmMain.h"

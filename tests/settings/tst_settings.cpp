@@ -1,9 +1,5 @@
-// The settings dialog: what each design spot offers, the pickers written at once, the reset,
-// closing without OK undoing it all; what the options load and what OK writes, the alarm
-// controls with the sound file; the hot key field driven from the keyboard, what a press does
-// and when it is dropped; the calendar showing the new settings at once; and the files it
-// writes besides its rows: a backup and what a restore puts in place (nothing but a sound
-// backup may ever replace the live data), and the login start.
+// The settings dialog, what it writes and what the calendar shows after OK; and the files it
+// writes besides its rows, where nothing but a sound backup may ever replace the live data.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "mainwindow/FrmMain.h"
 #include "platform/HotKeyBackendFactory.h"
@@ -322,7 +318,6 @@ private slots:
         QTest::newRow("held by another program") << int(Qt::Key_K) << (ctrl | alt) << ca + "K" << "75|6" << "他のプログラム" << "held";
         QTest::newRow("no hot keys on this desktop") << int(Qt::Key_K) << (ctrl | alt) << ca + "K" << "75|6" << "使用できません" << "none";
         QTest::newRow("ctrl+K gains alt") << int(Qt::Key_K) << ctrl << ca + "K" << "75|6" << "" << "";
-        QTest::newRow("shift+K loses shift") << int(Qt::Key_K) << shift << ca + "K" << "75|6" << "" << "";
         QTest::newRow("shift+ctrl+K kept") << int(Qt::Key_K) << (shift | ctrl) << "[Shift] + [Ctrl] + K" << "75|3" << "" << "";
         QTest::newRow("all three+Del") << int(Qt::Key_Delete) << (shift | ctrl | alt) << "[Shift] + [Ctrl] + [Alt] + Del" << "46|7" << "" << "";
         QTest::newRow("same as another action") << int(Qt::Key_Delete) << shift << ca + "Del" << "46|6" << "「スケジュール一覧」" << "";
@@ -371,11 +366,6 @@ private slots:
         QVERIFY2(noteLabel->text().contains(note), qPrintable(noteLabel->text()));
         QCOMPARE(Lines(env.db(), bindings, {"DATAN1", "DATAN2"}), QStringList({"0|0", "75|3"})); // nothing before OK
 
-        // Another action and back: the captured binding stays with its own action.
-        actions->setCurrentIndex(0);
-        QCOMPARE(field->text(), QString());
-        actions->setCurrentIndex(1);
-        QCOMPARE(field->text(), expected);
         WriteLog log(env.db(), QStringLiteral("TRNGENERAL"), QStringLiteral("CODE"));
         Click(&dialog, "ComOK");
         QVERIFY(dialog.SettingCommitted());
