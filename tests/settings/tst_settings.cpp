@@ -484,7 +484,6 @@ private slots:
             QCOMPARE(editor.title(), QString::fromUtf8(title));
             QCOMPARE(shownDate, QStringLiteral("2026/11/22"));
             QVERIFY(!idleWhileOpen);
-            QVERIFY(env.services.state.MainWindowIdle);
         }
         main.Form_Unload();
         QVERIFY(env.hotKeys.registered.isEmpty());
