@@ -113,7 +113,6 @@ private slots:
         QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
         QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
         QVERIFY(main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-        QCOMPARE(calendar->FirstDayOfWeek(), 2);
         QCOMPARE(main.palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
         for (const char* name : {"LabTime(1)", "LabYotei(2)", "LabHelp"})
             QCOMPARE(Control<QLabel>(&main, name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
