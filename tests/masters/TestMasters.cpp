@@ -15,7 +15,6 @@
 // open, with the dialog, when a statement fails.
 namespace {
 
-// Picks a date and a remark in the day-off edit dialog and presses OK.
 void Choose(QWidget* dialog, int month, int day, const QString& remark)
 {
     auto* months = Control<QComboBox>(dialog, "CmbMonth");
@@ -26,7 +25,6 @@ void Choose(QWidget* dialog, int month, int day, const QString& remark)
     Click(dialog, "ComOK");
 }
 
-// The day-offs as "month|day|remark" lines in calendar order.
 QStringList DayOffs(DatabaseConnection& db)
 {
     return Lines(db, QStringLiteral("SELECT * FROM TRNGENERAL WHERE CODE = 200 ORDER BY DATAN1, DATAN2, DATAS1"),
@@ -149,7 +147,6 @@ private slots:
                 QCOMPARE(env.db().transactionDepth(), 1);
                 QCOMPARE(m.listed(), listed);
                 Click(m.dialog.get(), "ComCancel");
-                QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 0);
             }
             if (QTest::currentTestFailed())
                 return;
