@@ -40,7 +40,6 @@ struct Editor
     }
     QWidget* w() const { return dialog.get(); }
     bool saved() const { return task ? th.TaskSaved : sh.ScheduleSaved; }
-    int id() const { return task ? th.TaskEditId : sh.ScheduleEditId; }
     bool& postRequested() { return task ? th.TaskPostRequested : sh.PostRequested; }
 
     bool task;
@@ -159,9 +158,9 @@ private slots:
         QVERIFY2(env.prompter.shown.isEmpty(), qPrintable(env.prompter.texts().join(QLatin1Char('|'))));
         QVERIFY(e.saved());
         QCOMPARE(e.dialog->result(), int(QDialog::Accepted));
-        QCOMPARE(e.id(), id ? id : 11);
+        QCOMPARE(e.task ? e.th.TaskEditId : e.sh.ScheduleEditId, id ? id : 11);
         QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), id ? 4 : 5);
-        QCOMPARE(EntryColumns(env.db(), e.id(), columns), columns);
+        QCOMPARE(EntryColumns(env.db(), id ? id : 11, columns), columns);
         QCOMPARE(e.postRequested(), !note.isEmpty());
         if (!note.isEmpty()) {
             QCOMPARE(e.task ? e.th.TaskPostColorIndex : e.sh.PostColorIndex, note.at(1).toInt());
