@@ -117,7 +117,6 @@ private slots:
         QTest::newRow("task undone keeps the date") << "task" << 10 << L{"ChkEnd=1", "TxtEnd=2006/05/11"} << L{"ChkEnd=0"} << "" << L{"COMPLETION=0", "COMPDT=20060511"} << L{};
         QTest::newRow("task without deadline") << "task" << 0 << L{} << L{"TxtYouken=いつか読む本", "ChkEndNon=1"} << "" << L{"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"} << L{};
         QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << "タスク名を入力してください" << L{} << L{};
-        QTest::newRow("task no deadline") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate="} << "期限を入力してください" << L{} << L{};
         QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << "期限を入力してください" << L{} << L{};
         QTest::newRow("task deadline that is no date") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=来週"} << "期限を入力してください" << L{} << L{};
         QTest::newRow("note, start only") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"} << "" << L{"FROMTOKBN=D3"} << L{"0.0", "0", "05/01 09:00\r\n会議\r\n3F"};
