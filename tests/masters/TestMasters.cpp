@@ -68,11 +68,9 @@ struct Master
 
 bool ChangeStored(TestEnvironment& env)
 {
-    return env.count(QStringLiteral("MSTCLASS"), QStringLiteral("CLASS = '内側'")) +
-               env.count(
-                   QStringLiteral("TRNGENERAL"),
-                   QStringLiteral("(CODE = 100 AND DATAS1 = '内側') OR (CODE = 200 AND DATAN1 = 8 AND DATAN2 = 13)")) ==
-           1;
+    return env.scalar(QStringLiteral(
+               "SELECT (SELECT COUNT(*) FROM MSTCLASS WHERE CLASS = '内側') + (SELECT COUNT(*) FROM TRNGENERAL WHERE "
+               "(CODE = 100 AND DATAS1 = '内側') OR (CODE = 200 AND DATAN1 = 8 AND DATAN2 = 13)) AS V")) == 1;
 }
 
 } // namespace
