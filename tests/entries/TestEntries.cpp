@@ -500,7 +500,7 @@ private slots:
         QTest::newRow("T2 done") << may1 << L{"", "", "20060501", "09:00", "T2", "1"} << "      -> 9:00";
         QTest::newRow("T1 other day") << may2 << L{"", "", "20060501", "", "T1", "0"} << "";
         QTest::newRow("unknown kind") << may1 << L{"20060501", "09:00", "20060501", "", "Z3", ""} << "";
-        QTest::newRow("invalid day") << QDate() << L{"20060501", "09:00", "20060501", "", "A3", ""} << "";
+        QTest::newRow("invalid day, no start") << QDate() << L{"", "09:00", "", "", "A3", ""} << "";
         // clang-format on
     }
     void entryLineText()
