@@ -527,7 +527,7 @@ private slots:
         QTest::newRow("C from the previous month") << "C1" << "20060425" << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
         QTest::newRow("C leaving the grid") << "C2" << "20060609" << "20060620" << QStringList{"20060609", "20060610"};
         QTest::newRow("C backwards") << "C1" << "20060510" << "20060505" << QStringList{};
-        QTest::newRow("C unreadable end") << "C1" << "20060510" << "2006051x" << QStringList{};
+        QTest::newRow("C unreadable start") << "C1" << "2006051x" << "20060510" << QStringList{};
         QTest::newRow("unknown kind") << "X1" << "20060510" << "20060510" << QStringList{};
         // clang-format on
     }
