@@ -1,15 +1,23 @@
+#include "entries/ClassCombo.h"
+#include "entries/EntryKinds.h"
+#include "entries/EntryQueries.h"
 #include "entries/FrmSchedule.h"
 #include "entries/FrmTask.h"
+#include "entries/LinkLabels.h"
+#include "store/SqlText.h"
 #include "support/TestKit.h"
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QEnterEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QtTest>
 
 // The schedule and the task editor, driven through one set of tables: what they load, what
-// they write, and what they do when something goes wrong.
+// they write, and what they do when something goes wrong. Then what an entry's span makes of
+// it: its kind, the text of its line on a day, the days it marks, and the queries that find
+// it; and the class a typed name files it under.
 namespace {
 
 // Either editor on its hand-over: new ones start on 2006/05/01 (schedule) or 2006/05/10 (task).
@@ -32,7 +40,6 @@ struct Editor
     }
     QWidget* w() const { return dialog.get(); }
     bool saved() const { return task ? th.TaskSaved : sh.ScheduleSaved; }
-    int id() const { return task ? th.TaskEditId : sh.ScheduleEditId; }
     bool& postRequested() { return task ? th.TaskPostRequested : sh.PostRequested; }
 
     bool task;
@@ -64,7 +71,7 @@ const QString Now = QStringLiteral("UPDTIME=2026/11/22 09:30:00");
 
 } // namespace
 
-class TestEntryEditors final : public QObject
+class TestEntries final : public QObject
 {
     Q_OBJECT
 
@@ -110,7 +117,6 @@ private slots:
         QTest::newRow("task undone keeps the date") << "task" << 10 << L{"ChkEnd=1", "TxtEnd=2006/05/11"} << L{"ChkEnd=0"} << "" << L{"COMPLETION=0", "COMPDT=20060511"} << L{};
         QTest::newRow("task without deadline") << "task" << 0 << L{} << L{"TxtYouken=いつか読む本", "ChkEndNon=1"} << "" << L{"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"} << L{};
         QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << "タスク名を入力してください" << L{} << L{};
-        QTest::newRow("task no deadline") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate="} << "期限を入力してください" << L{} << L{};
         QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << "期限を入力してください" << L{} << L{};
         QTest::newRow("task deadline that is no date") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=来週"} << "期限を入力してください" << L{} << L{};
         QTest::newRow("note, start only") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"} << "" << L{"FROMTOKBN=D3"} << L{"0.0", "0", "05/01 09:00\r\n会議\r\n3F"};
@@ -133,7 +139,6 @@ private slots:
         Seed(env.db());
         if (!note.isEmpty())
             env.random.values.push_back(note.at(0).toDouble());
-        const int rowsBefore = env.count(QStringLiteral("TRNSCHTSK"));
         Editor e(env, editor, id);
         QVERIFY(!e.dialog->closedOnLoad());
         QCOMPARE(ShownAll(e.w(), shown), shown);
@@ -145,16 +150,16 @@ private slots:
             QCOMPARE(env.prompter.texts(), QStringList{message});
             QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Warning);
             QVERIFY(!e.saved());
-            QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), rowsBefore);
+            QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), 4);
             QCOMPARE(Shown(e.w(), "TxtYouken"), typed.front().section(QLatin1Char('='), 1));
             return;
         }
         QVERIFY2(env.prompter.shown.isEmpty(), qPrintable(env.prompter.texts().join(QLatin1Char('|'))));
         QVERIFY(e.saved());
         QCOMPARE(e.dialog->result(), int(QDialog::Accepted));
-        QCOMPARE(e.id(), id ? id : 11);
-        QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), rowsBefore + (id ? 0 : 1));
-        QCOMPARE(EntryColumns(env.db(), e.id(), columns), columns);
+        QCOMPARE(e.task ? e.th.TaskEditId : e.sh.ScheduleEditId, id ? id : 11);
+        QCOMPARE(env.count(QStringLiteral("TRNSCHTSK")), id ? 4 : 5);
+        QCOMPARE(EntryColumns(env.db(), id ? id : 11, columns), columns);
         QCOMPARE(e.postRequested(), !note.isEmpty());
         if (!note.isEmpty()) {
             QCOMPARE(e.task ? e.th.TaskPostColorIndex : e.sh.PostColorIndex, note.at(1).toInt());
@@ -169,15 +174,13 @@ private slots:
     {
         QTest::addColumn<QString>("editor");
         QTest::addColumn<int>("id");
-        QTest::addColumn<int>("classesAfterFailure"); // a schedule's class goes with its entry; a task's stays
-        QTest::newRow("schedule") << "schedule" << 5 << 2;
-        QTest::newRow("task") << "task" << 8 << 3;
+        QTest::newRow("schedule") << "schedule" << 5;
+        QTest::newRow("task") << "task" << 8;
     }
     void troubles()
     {
         QFETCH(QString, editor);
         QFETCH(int, id);
-        QFETCH(int, classesAfterFailure);
         TestEnvironment env;
         Seed(env.db());
         Editor gone(env, editor, 42);
@@ -218,7 +221,8 @@ private slots:
         QVERIFY(e.dialog->isVisible());
         QVERIFY(!e.saved());
         QCOMPARE(ShownAll(e.w(), typed), typed);
-        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), classesAfterFailure);
+        // A schedule's new class goes back with its entry; a task's is kept.
+        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), e.task ? 3 : 2);
         QCOMPARE(env.db().transactionDepth(), 0);
         env.db().ExecuteSql(QStringLiteral("DROP TRIGGER refuse"));
         Click(e.w(), "ComOK");
@@ -242,7 +246,6 @@ private slots:
         QTest::newRow("hour 24") << "schedule" << "CmbStartTime" << false << "24:00" << "";
         QTest::newRow("hour only") << "schedule" << "CmbStartTime" << false << "9" << "";
         QTest::newRow("month and day, this year") << "schedule" << "TxtStartDate" << false << "5/3" << "2026/05/03";
-        QTest::newRow("no leading zeros") << "schedule" << "TxtStartDate" << false << "2006/5/3" << "2006/05/03";
         QTest::newRow("hyphens") << "schedule" << "TxtStartDate" << false << "2006-5-3" << "2006/05/03";
         QTest::newRow("eight digits") << "schedule" << "TxtStartDate" << false << "20060503" << "2006/05/03";
         QTest::newRow("full-width date") << "schedule" << "TxtStartDate" << false << "２００６／０５／０３" << "2006/05/03";
@@ -279,18 +282,16 @@ private slots:
         QTest::addColumn<QString>("editor");
         QTest::addColumn<QStringList>("typed");
         QTest::addColumn<QString>("link");
-        QTest::addColumn<QString>("box");
         QTest::addColumn<QDate>("answer");  // invalid: the pick is cancelled
         QTest::addColumn<QDate>("opensOn"); // invalid: the picker must not open
-        QTest::addColumn<int>("leftOffset");
         QTest::addColumn<QString>("shown");
         const QDate today(2026, 11, 22);
         // clang-format off
-        QTest::newRow("start") << "schedule" << QStringList{} << "LabStartDate" << "TxtStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << 50 << "2006/06/15";
-        QTest::newRow("empty end opens on today, cancelled") << "schedule" << QStringList{} << "LabEndDate" << "TxtEndDate" << QDate() << today << 50 << "";
-        QTest::newRow("deadline") << "task" << QStringList{} << "LabEndDate" << "TxtEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << 100 << "2006/05/31";
-        QTest::newRow("completion of an open task") << "task" << QStringList{} << "LabEnd" << "TxtEnd" << QDate(2006, 5, 9) << QDate() << 100 << "2006/05/10";
-        QTest::newRow("completion of a done task") << "task" << QStringList{"ChkEnd=1", "TxtEnd="} << "LabEnd" << "TxtEnd" << QDate(2006, 5, 9) << today << 100 << "2006/05/09";
+        QTest::newRow("start") << "schedule" << QStringList{} << "LabStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << "2006/06/15";
+        QTest::newRow("empty end opens on today, cancelled") << "schedule" << QStringList{} << "LabEndDate" << QDate() << today << "";
+        QTest::newRow("deadline") << "task" << QStringList{} << "LabEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << "2006/05/31";
+        QTest::newRow("completion of an open task") << "task" << QStringList{} << "LabEnd" << QDate(2006, 5, 9) << QDate() << "2006/05/10";
+        QTest::newRow("completion of a done task") << "task" << QStringList{"ChkEnd=1", "TxtEnd="} << "LabEnd" << QDate(2006, 5, 9) << today << "2006/05/09";
         // clang-format on
     }
 
@@ -299,10 +300,9 @@ private slots:
         QFETCH(QString, editor);
         QFETCH(QStringList, typed);
         QFETCH(QString, link);
-        QFETCH(QString, box);
+        const QString box = "Txt" + link.mid(3); // each link names the box it fills
         QFETCH(QDate, answer);
         QFETCH(QDate, opensOn);
-        QFETCH(int, leftOffset);
         QFETCH(QString, shown);
         TestEnvironment env;
         Editor e(env, editor);
@@ -323,7 +323,7 @@ private slots:
         const QPoint at = Control(e.w(), qPrintable(box))->mapTo(e.w(), QPoint(0, 0));
         QCOMPARE(asked.PickedDate, opensOn);
         QCOMPARE(asked.PickerTop, (e.dialog->y() + at.y()) * 15 + 700);
-        QCOMPARE(asked.PickerLeft, (e.dialog->x() + at.x()) * 15 + leftOffset);
+        QCOMPARE(asked.PickerLeft, (e.dialog->x() + at.x()) * 15 + (e.task ? 100 : 50));
     }
 
     void listLinkRefills_data()
@@ -357,7 +357,6 @@ private slots:
             return texts;
         };
         box->setCurrentIndex(1);
-        const QString chosen = box->currentText();
         const QVariant chosenId = box->currentData();
         QCOMPARE(items(), before);
         // Confirmed: the list is read again, the choice kept.
@@ -367,7 +366,7 @@ private slots:
         });
         QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(controls.at(0))), Qt::LeftButton);
         QCOMPARE(items(), after);
-        QCOMPARE(box->currentText(), chosen);
+        QCOMPARE(box->currentText(), before.at(1));
         QCOMPARE(box->currentData(), chosenId);
     }
 
@@ -410,7 +409,274 @@ private slots:
             QCOMPARE(Shown(e.w(), "TxtEndDate"), QStringLiteral("2006/05/10"));
         }
     }
+
+    // The kinds the editors write (A5, B4, C4, D3, D4, T1, T2) are checked through the editors'
+    // own table; these rows are the rest and the edges. A span is start date, start time, end
+    // date, end time.
+    void kindCode_data()
+    {
+        QTest::addColumn<QStringList>("span");
+        QTest::addColumn<QString>("kind");
+        using L = QStringList;
+        // clang-format off
+        QTest::newRow("A2") << L{"20060501", "", "20060501", "17:00"} << "A2";
+        QTest::newRow("A3") << L{"20060501", "09:00", "20060501", ""} << "A3";
+        QTest::newRow("A4") << L{"20060501", "09:00", "20060501", "10:00"} << "A4";
+        QTest::newRow("A4 end before start") << L{"20060501", "10:00", "20060501", "09:00"} << "A4";
+        QTest::newRow("no dates at all") << L{"", "", "", ""} << "A1";
+        QTest::newRow("T ignores a start time") << L{"", "09:00", "20060501", ""} << "T1";
+        QTest::newRow("D1") << L{"20060501", "", "", ""} << "D1";
+        QTest::newRow("B over a year end") << L{"20061231", "", "20070101", ""} << "B1";
+        QTest::newRow("C1") << L{"20060501", "", "20060503", ""} << "C1";
+        QTest::newRow("C backwards span") << L{"20060501", "", "20060430", ""} << "C1";
+        QTest::newRow("unreadable end date") << L{"20060501", "", "2006050", ""} << "";
+        QTest::newRow("impossible start date") << L{"20060230", "", "20060301", ""} << "";
+        // clang-format on
+    }
+    void kindCode()
+    {
+        QFETCH(QStringList, span);
+        QFETCH(QString, kind);
+        QCOMPARE(KindCode(span.at(0), span.at(1), span.at(2), span.at(3)), kind);
+    }
+
+    // A stored date (one argument) or a day-off's year, month and day (three).
+    void dates_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QDate>("date");
+        using L = QStringList;
+        // clang-format off
+        QTest::newRow("empty is the no-date value") << L{""} << QDate(100, 1, 1);
+        QTest::newRow("plain") << L{"20060501"} << QDate(2006, 5, 1);
+        QTest::newRow("no leap day") << L{"20060229"} << QDate();
+        QTest::newRow("a sign inside") << L{"2006+501"} << QDate();
+        QTest::newRow("day-off 2/29 in a leap year") << L{"2008", "2", "29"} << QDate(2008, 2, 29);
+        QTest::newRow("day-off 2/29 in a plain year") << L{"2006", "2", "29"} << QDate();
+        QTest::newRow("day-off huge month") << L{"2006", "4294967297", "1"} << QDate();
+        QTest::newRow("day-off negative day") << L{"2006", "5", "-3"} << QDate();
+        // clang-format on
+    }
+    void dates()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QDate, date);
+        const QDate result = args.size() == 1
+                                 ? StoredDateToDate(args.at(0))
+                                 : DayOffDate(args.at(0).toInt(), args.at(1).toLongLong(), args.at(2).toLongLong());
+        QCOMPARE(result, date);
+    }
+
+    // One-day and open-ended entries on their day and on others; spans on their start, middle
+    // and end day; tasks on their deadline, done or not. An entry is its span, kind and
+    // completion. The panel's own table shows A3, A4, T1 and T2 on their day.
+    void entryLineText_data()
+    {
+        QTest::addColumn<QDate>("day");
+        QTest::addColumn<QStringList>("entry");
+        QTest::addColumn<QString>("text");
+        const QDate may1(2006, 5, 1);
+        const QDate may2(2006, 5, 2);
+        const QDate may3(2006, 5, 3);
+        using L = QStringList;
+        // clang-format off
+        QTest::newRow("A1") << may1 << L{"20060501", "", "20060501", "", "A1", ""} << "";
+        QTest::newRow("A2") << may1 << L{"20060501", "", "20060501", "17:00", "A2", ""} << "      - 17:00";
+        QTest::newRow("A5") << may1 << L{"20060501", "10:00", "20060501", "10:00", "A5", ""} << "10:00";
+        QTest::newRow("A4 midnight") << may1 << L{"20060501", "00:00", "20060501", "00:30", "A4", ""} << " 0:00 -  0:30";
+        QTest::newRow("D4") << may1 << L{"20060501", "10:00", "", "11:00", "D4", ""} << "10:00 - 11:00";
+        QTest::newRow("A4 next day") << may2 << L{"20060501", "09:00", "20060501", "10:30", "A4", ""} << "";
+        QTest::newRow("D3 day before") << QDate(2006, 4, 30) << L{"20060501", "21:00", "", "", "D3", ""} << "";
+        QTest::newRow("B1 end") << may2 << L{"20060501", "", "20060502", "", "B1", ""} << " 5/ 1 -> 5/ 2";
+        QTest::newRow("B2 end") << may2 << L{"20060501", "", "20060502", "17:00", "B2", ""} << " 5/ 1 ->17:00";
+        QTest::newRow("B3 start") << may1 << L{"20060501", "23:00", "20060502", "", "B3", ""} << "23:00 -  5/ 2";
+        QTest::newRow("B4 end") << may2 << L{"20060501", "23:00", "20060502", "01:00", "B4", ""} << " 5/ 1 -> 1:00";
+        QTest::newRow("B4 day after") << may3 << L{"20060501", "23:00", "20060502", "01:00", "B4", ""} << "";
+        QTest::newRow("C3 start") << may1 << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 9:30 -  5/ 3";
+        QTest::newRow("C4 end") << may3 << L{"20060501", "09:30", "20060503", "08:00", "C4", ""} << " 5/ 1 -> 8:00";
+        QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << L{"20061228", "", "20070103", "", "C1", ""} << "12/28 -> 1/ 3";
+        QTest::newRow("backwards span, start day") << may1 << L{"20060501", "", "20060430", "", "C1", ""} << " 5/ 1 -  4/30";
+        QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << L{"20060501", "", "20060430", "", "C1", ""} << "";
+        QTest::newRow("T2 done") << may1 << L{"", "", "20060501", "09:00", "T2", "1"} << "      -> 9:00";
+        QTest::newRow("T1 other day") << may2 << L{"", "", "20060501", "", "T1", "0"} << "";
+        QTest::newRow("unknown kind") << may1 << L{"20060501", "09:00", "20060501", "", "Z3", ""} << "";
+        QTest::newRow("invalid day, no start") << QDate() << L{"", "09:00", "", "", "A3", ""} << "";
+        // clang-format on
+    }
+    void entryLineText()
+    {
+        QFETCH(QDate, day);
+        QFETCH(QStringList, entry);
+        QFETCH(QString, text);
+        QCOMPARE(EntryLineText(day, entry.at(0), entry.at(1), entry.at(2), entry.at(3), entry.at(4), entry.at(5)),
+                 text);
+    }
+
+    // The window throughout: the grid of May 2006, 2006/04/30 to 2006/06/10.
+    void markDates_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("end");
+        QTest::addColumn<QStringList>("marks");
+        // clang-format off
+        QTest::newRow("A on its start") << "A3" << "20060515" << "20060515" << QStringList{"20060515"};
+        QTest::newRow("T on its deadline") << "T1" << "" << "20060608" << QStringList{"20060608"};
+        QTest::newRow("T after the grid") << "T2" << "" << "20060611" << QStringList{};
+        QTest::newRow("B entering the grid") << "B4" << "20060429" << "20060430" << QStringList{"20060430"};
+        QTest::newRow("C from the previous month") << "C1" << "20060425" << "20060503" << QStringList{"20060430", "20060501", "20060502", "20060503"};
+        QTest::newRow("C leaving the grid") << "C2" << "20060609" << "20060620" << QStringList{"20060609", "20060610"};
+        QTest::newRow("C backwards") << "C1" << "20060510" << "20060505" << QStringList{};
+        QTest::newRow("C unreadable start") << "C1" << "2006051x" << "20060510" << QStringList{};
+        QTest::newRow("unknown kind") << "X1" << "20060510" << "20060510" << QStringList{};
+        // clang-format on
+    }
+    void markDates()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, start);
+        QFETCH(QString, end);
+        QFETCH(QStringList, marks);
+        QStringList got;
+        for (const QDate& d : EntryMarkDates(kind, start, end, QDate(2006, 4, 30), QDate(2006, 6, 10)))
+            got << DateToStored(d);
+        QCOMPARE(got, marks);
+        // A corrupt span over millennia marks the window only, and at once.
+        QElapsedTimer timer;
+        timer.start();
+        const QVector<QDate> dates = EntryMarkDates(QStringLiteral("C1"), QStringLiteral("00010101"),
+                                                    QStringLiteral("99991231"), QDate(2006, 4, 30), QDate(2006, 6, 10));
+        QCOMPARE(dates.size(), 42);
+        QCOMPARE(dates.front(), QDate(2006, 4, 30));
+        QCOMPARE(dates.back(), QDate(2006, 6, 10));
+        QVERIFY(timer.elapsed() < 1000);
+    }
+
+    void queries()
+    {
+        TestEnvironment env;
+        DatabaseConnection& db = env.db();
+        const auto insert = [&db](int id, const char* kind, const char* start, const char* startTime, const char* end,
+                                  const char* endTime, int priority = 0, const char* completion = "") {
+            StoredEntry e = Entry(id, kind, start, startTime, end, endTime);
+            e.priority = priority;
+            e.completion = completion;
+            StoreEntry(db, e);
+        };
+        insert(1, "C1", "20060420", "", "20060503", "");            // from the previous month
+        insert(3, "A1", "20060615", "", "20060615", "");            // after the grid
+        insert(4, "B1", "20060429", "", "20060430", "");            // ends on the first shown day
+        insert(5, "C1", "20060301", "", "20060320", "");            // long before
+        insert(6, "D3", "20060610", "09:00", "", "");               // on the last shown day
+        insert(7, "T2", "", "", "20060429", "17:00");               // the day before the grid
+        insert(8, "A3", "20060430", "08:00", "20060430", "");       // the first shown day
+        insert(9, "T1", "", "", "20060515", "", 2, "1");            // finished tasks count
+        insert(10, "C4", "20060401", "10:00", "20061231", "12:00"); // over the whole grid
+        insert(11, "D1", "20060611", "", "", "");                   // the day after the grid
+        insert(12, "T2", "", "", "20060601", "17:00");              // a task with a time
+        QStringList month = Lines(db, MonthQuerySql(QDate(2006, 4, 30), QDate(2006, 6, 10)), {"ID"});
+        std::sort(month.begin(), month.end(), [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
+        QCOMPARE(month, QStringList({"1", "4", "6", "8", "9", "10", "12"}));
+
+        // A day's lines: tasks by priority, then spans, then the day's own entries by time.
+        db.ExecuteSql(QStringLiteral("DELETE FROM TRNSCHTSK"));
+        insert(1, "A3", "20060510", "10:00", "20060510", "");
+        insert(2, "T1", "", "", "20060510", "", 3);
+        insert(3, "T1", "", "", "20060510", "", 1);
+        insert(4, "A4", "20060510", "09:00", "20060510", "11:00", 2); // the time goes before the priority
+        insert(5, "C1", "20060508", "", "20060512", "");
+        insert(6, "D1", "20060510", "", "", "");
+        insert(7, "A1", "20060511", "", "20060511", "");
+        insert(8, "B2", "20060509", "", "20060510", "08:00");
+        insert(9, "T2", "", "", "20060509", "08:00");
+        QCOMPARE(Lines(db, DayQuerySql(QDate(2006, 5, 10)), {"ID"}), QStringList({"3", "2", "5", "8", "6", "4", "1"}));
+    }
+
+    // The combo offers 仕事 (ID 3) and 私用 (ID 7); the table holds those two, or none.
+    void ensureClassFromCombo_data()
+    {
+        QTest::addColumn<int>("selectIndex"); // -1: type instead of choosing; -2: the table is empty
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<qint64>("classId");
+        QTest::addColumn<int>("classRows");
+        // clang-format off
+        QTest::newRow("blanks only") << -1 << "   " << qint64(0) << 2;
+        QTest::newRow("typed name of an item") << -1 << "仕事" << qint64(3) << 2;
+        QTest::newRow("typed with blanks around") << -1 << " 私用 " << qint64(7) << 2;
+        QTest::newRow("typed over a chosen item") << 0 << "私用" << qint64(7) << 2;
+        QTest::newRow("new name over a chosen item") << 0 << "出張" << qint64(8) << 3;
+        QTest::newRow("apostrophe kept") << -1 << "it's mine" << qint64(8) << 3;
+        QTest::newRow("empty table") << -2 << "家族" << qint64(1) << 1;
+        // clang-format on
+    }
+    void ensureClassFromCombo()
+    {
+        QFETCH(int, selectIndex);
+        QFETCH(QString, typed);
+        QFETCH(qint64, classId);
+        QFETCH(int, classRows);
+        TestEnvironment env;
+        if (selectIndex > -2) {
+            StoreClass(env.db(), 3, QStringLiteral("仕事"), 1);
+            StoreClass(env.db(), 7, QStringLiteral("私用"), 2);
+        }
+        QComboBox combo;
+        combo.setEditable(true);
+        FillClassCombo(env.db(), &combo, QStringLiteral("SELECT * FROM MSTCLASS ORDER BY SORTKEY"));
+        combo.setCurrentIndex(qMax(selectIndex, -1));
+        combo.setEditText(typed);
+        QCOMPARE(EnsureClassFromCombo(env.db(), &combo), classId);
+        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), classRows);
+        QCOMPARE(combo.count(), classRows);
+        if (classId != 0)
+            QCOMPARE(combo.currentData().toLongLong(), classId);
+        if (classId == 8 || classId == 1)
+            QCOMPARE(env.count(QStringLiteral("MSTCLASS"),
+                               QStringLiteral("ID = %1 AND SORTKEY = 0 AND CLASS = ").arg(classId) +
+                                   QuoteText(typed.trimmed())),
+                     1);
+    }
+
+    void linkLabelHoverAndClick()
+    {
+        QWidget window;
+        auto* first = new QLabel(QStringLiteral("カレンダー"), &window);
+        auto* second = new QLabel(QStringLiteral("分類の編集"), &window);
+        second->move(0, 40);
+        int firstClicks = 0;
+        auto* links = new LinkLabelGroup(&window);
+        links->add(first, [&] { ++firstClicks; });
+        links->add(second, nullptr);
+        const auto looks = [](QLabel* label) {
+            return qMakePair(label->palette().color(QPalette::WindowText), label->font().underline());
+        };
+        const auto atRest = qMakePair(LinkLabelGroup::restColor(), false);
+        // At rest before the pointer ever came near (showing may put the pointer over one).
+        QCOMPARE(looks(first), atRest);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto lit = qMakePair(first->palette().color(QPalette::Active, QPalette::Highlight), true);
+        QVERIFY(lit.first != LinkLabelGroup::restColor());
+        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
+        QApplication::sendEvent(first, &enter);
+        QCOMPARE(looks(first), lit);
+        QApplication::sendEvent(second, &enter);
+        QCOMPARE(looks(first), atRest);
+        QCOMPARE(looks(second), lit);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(second, &leave);
+        QCOMPARE(looks(second), atRest);
+
+        QTest::mouseClick(first, Qt::LeftButton);
+        QTest::mouseClick(first, Qt::RightButton);
+        first->setEnabled(false);
+        // A link that cannot be used looks disabled, not like one at rest.
+        QVERIFY(first->palette().color(QPalette::Disabled, QPalette::WindowText) != LinkLabelGroup::restColor());
+        QTest::mouseClick(first, Qt::LeftButton);
+        QTest::mouseClick(second, Qt::LeftButton); // a link without an action is harmless
+        QCOMPARE(firstClicks, 1);
+    }
 };
 
-VERDALY_TEST(TestEntryEditors)
-#include "TestEntryEditors.moc"
+VERDALY_TEST(TestEntries)
+#include "TestEntries.moc"
