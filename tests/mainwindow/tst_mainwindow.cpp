@@ -162,7 +162,7 @@ private slots:
         QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 
         // Switching the option off again takes the window off the top.
-        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 0 WHERE CODE = 312"));
+        SetGeneral(env.db(), 312, {{"DATAN1", 0}});
         main.ApplyDesignSettings();
         QVERIFY(!main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         // Opaque at 0, never invisible at 100, and no row keeps the window as it is.
@@ -599,7 +599,7 @@ private slots:
     void versionAndTray()
     {
         TestEnvironment env;
-        env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN1 = 1 WHERE CODE = 311"));
+        SetGeneral(env.db(), 311, {{"DATAN1", 1}});
         auto main = StartMainWindow(env);
         bool idleWhileOpen = true;
         QString title;
