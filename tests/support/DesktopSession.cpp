@@ -28,18 +28,18 @@ bool StartAndReadLine(QProcess& process, const QString& program, const QStringLi
 {
     const QString path = QStandardPaths::findExecutable(program);
     if (path.isEmpty()) {
-        *why = program + QStringLiteral(" is not installed (scripts/deps.sh installs it)");
+        *why = program + " is not installed (scripts/deps.sh installs it)";
         return false;
     }
     process.start(path, arguments);
     if (!process.waitForStarted(10000)) {
-        *why = program + QStringLiteral(" did not start: ") + process.errorString();
+        *why = program + " did not start: " + process.errorString();
         return false;
     }
     WaitUntil([&] { return process.canReadLine() || process.state() != QProcess::Running; }, 15000);
     *line = QString::fromUtf8(process.readLine()).trimmed();
     if (line->isEmpty()) {
-        *why = program + QStringLiteral(" did not say where it listens");
+        *why = program + " did not say where it listens";
         return false;
     }
     return true;
@@ -60,7 +60,7 @@ void Stop(QProcess& process)
 
 QString VerdalyProgram()
 {
-    return QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly"));
+    return QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath("verdaly");
 }
 
 DesktopSession::~DesktopSession()
@@ -75,28 +75,26 @@ bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool 
 {
     // No key repeat: on a loaded machine a key held a few hundred milliseconds would type twice.
     QString number;
-    if (!StartAndReadLine(m_xvfb, QStringLiteral("Xvfb"),
-                          {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                           QStringLiteral("0"), screenSize + QStringLiteral("x24"), QStringLiteral("-nolisten"),
-                           QStringLiteral("tcp"), QStringLiteral("-ardelay"), QStringLiteral("60000")},
-                          &number, why))
+    if (!StartAndReadLine(
+            m_xvfb, "Xvfb",
+            {"-displayfd", "1", "-screen", "0", screenSize + "x24", "-nolisten", "tcp", "-ardelay", "60000"}, &number,
+            why))
         return false;
     m_display = QLatin1Char(':') + number;
     m_managed = withWindowManager;
     if (!withWindowManager)
         return true;
     m_windowManager.setProcessEnvironment(environment());
-    m_windowManager.start(QStringLiteral("jwm"), {});
+    m_windowManager.start("jwm", {});
     if (!m_windowManager.waitForStarted()) {
-        *why = QStringLiteral("jwm is not installed (scripts/deps.sh installs it)");
+        *why = "jwm is not installed (scripts/deps.sh installs it)";
         return false;
     }
     // The manager has taken over once it has set its check window on the root; a test that
     // needs frames waits for them itself.
     WaitUntil(
         [&] {
-            return run(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
-                .contains(QLatin1String("window id"));
+            return run("xprop", {"-root", "_NET_SUPPORTING_WM_CHECK"}).contains(QLatin1String("window id"));
         },
         10000, 100);
     return true;
@@ -104,17 +102,14 @@ bool DesktopSession::startDisplay(QString* why, const QString& screenSize, bool 
 
 bool DesktopSession::startBus(QString* why)
 {
-    return StartAndReadLine(
-        m_bus, QStringLiteral("dbus-daemon"),
-        {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address=1")}, &m_busAddress,
-        why);
+    return StartAndReadLine(m_bus, "dbus-daemon", {"--session", "--nofork", "--print-address=1"}, &m_busAddress, why);
 }
 
 bool DesktopSession::startNotificationServer(QString* why)
 {
-    const QString dunst = QStandardPaths::findExecutable(QStringLiteral("dunst"));
+    const QString dunst = QStandardPaths::findExecutable("dunst");
     if (dunst.isEmpty() || m_busAddress.isEmpty() || m_display.isEmpty()) {
-        *why = QStringLiteral("dunst, a display and a bus are needed for a notification server");
+        *why = "dunst, a display and a bus are needed for a notification server";
         return false;
     }
     m_server.setProcessEnvironment(environment());
@@ -122,28 +117,26 @@ bool DesktopSession::startNotificationServer(QString* why)
     m_server.start(dunst, {});
     const bool ready = WaitUntil(
         [&] {
-            return m_server.state() == QProcess::Running &&
-                   run(QStringLiteral("dunstctl"), {QStringLiteral("is-paused")}) == QLatin1String("false");
+            return m_server.state() == QProcess::Running && run("dunstctl", {"is-paused"}) == QLatin1String("false");
         },
         15000);
     if (!ready)
-        *why = QStringLiteral("dunst did not come up on the private bus");
+        *why = "dunst did not come up on the private bus";
     return ready;
 }
 
 QProcessEnvironment DesktopSession::environment() const
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DISPLAY"), m_display);
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    env.insert("DISPLAY", m_display);
+    env.insert("QT_QPA_PLATFORM", "xcb");
     // Without a bus of its own a bare display gets one that leads nowhere, so nothing reaches the
     // developer's desktop; under a window manager the program keeps the caller's bus, which its
     // frames and maximising need.
     if (!m_busAddress.isEmpty())
-        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
+        env.insert("DBUS_SESSION_BUS_ADDRESS", m_busAddress);
     else if (!m_managed)
-        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                   QStringLiteral("unix:path=/nonexistent/verdaly-test-bus"));
+        env.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/verdaly-test-bus");
     return env;
 }
 
@@ -161,21 +154,20 @@ QString DesktopSession::run(const QString& program, const QStringList& arguments
 
 QStringList DesktopSession::visibleWindows(qint64 pid) const
 {
-    return run(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                           QStringLiteral("--pid"), QString::number(pid)})
+    return run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(pid)})
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 int DesktopSession::shownNotifications() const
 {
     bool ok = false;
-    const int n = run(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")}).toInt(&ok);
+    const int n = run("dunstctl", {"count", "displayed"}).toInt(&ok);
     return ok ? n : -1;
 }
 
 QList<DesktopSession::Notification> DesktopSession::closeAllAndReadHistory() const
 {
-    run(QStringLiteral("dunstctl"), {QStringLiteral("close-all")});
+    run("dunstctl", {"close-all"});
     QList<Notification> list;
     // The server moves what was closed to its history a moment later.
     WaitUntil(
@@ -183,13 +175,12 @@ QList<DesktopSession::Notification> DesktopSession::closeAllAndReadHistory() con
             if (shownNotifications() != 0)
                 return false;
             list.clear();
-            const QJsonDocument history =
-                QJsonDocument::fromJson(run(QStringLiteral("dunstctl"), {QStringLiteral("history")}).toUtf8());
-            for (const QJsonValue group : history.object().value(QStringLiteral("data")).toArray()) {
+            const QJsonDocument history = QJsonDocument::fromJson(run("dunstctl", {"history"}).toUtf8());
+            for (const QJsonValue group : history.object().value("data").toArray()) {
                 for (const QJsonValue item : group.toArray()) {
                     const QJsonObject n = item.toObject();
                     const auto field = [&n](const char* name) {
-                        return n.value(QLatin1String(name)).toObject().value(QStringLiteral("data")).toString();
+                        return n.value(QLatin1String(name)).toObject().value("data").toString();
                     };
                     list.append(Notification{field("appname"), field("summary"), field("body")});
                 }

@@ -24,25 +24,21 @@ public:
 };
 
 // Records every message and question; answers questions from a queue (OK when empty).
-class FakePrompter final : public Prompter
+class FakePrompter final : public Prompter, public ScriptedAnswers<Prompt, PromptAnswer>
 {
 public:
-    QList<Prompt> shown;
-    std::deque<PromptAnswer> answers;
+    QList<Prompt>& shown = requests;
     // Runs while the box would be open, as the user or another window might act then.
     std::function<void(const Prompt&)> whileShown;
 
     PromptAnswer ask(QWidget*, const Prompt& prompt) override
     {
-        shown.append(prompt);
+        const bool question = prompt.buttons != PromptButtons::Ok;
+        const PromptAnswer answer = question ? next(prompt) : PromptAnswer::Ok;
+        if (!question)
+            requests.append(prompt);
         if (whileShown)
             whileShown(prompt);
-        if (prompt.buttons == PromptButtons::Ok)
-            return PromptAnswer::Ok;
-        if (answers.empty())
-            return PromptAnswer::Ok;
-        const PromptAnswer answer = answers.front();
-        answers.pop_front();
         return answer;
     }
     QStringList texts() const

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
-#include <QTimer>
 #include <QtTest>
 
 std::unique_ptr<FrmMain> StartMainWindow(TestEnvironment& env)
@@ -22,37 +21,19 @@ std::unique_ptr<FrmMain> StartMainWindow(TestEnvironment& env)
 }
 
 MenuAnswer::MenuAnswer(const QString& item)
-{
-    auto* timer = new QTimer;
-    timer->setInterval(10);
-    m_timer = timer;
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, item, state = m_state] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (!menu || !menu->isVisible())
-            return;
-        timer->stop();
-        timer->deleteLater();
-        state->opened = true;
-        state->menu = menu->objectName();
-        QAction* chosen = nullptr;
-        for (QAction* action : menu->actions()) {
-            if (!item.isEmpty() && action->objectName() == item)
-                chosen = action;
-        }
-        if (!chosen || chosen->isSeparator()) {
-            menu->close();
-            return;
-        }
-        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(chosen).center());
-    });
-    timer->start();
-}
-
-MenuAnswer::~MenuAnswer()
-{
-    if (m_timer)
-        m_timer->deleteLater();
-}
+    : m_answer(
+          [item](QWidget* popup) {
+              auto* menu = static_cast<QMenu*>(popup);
+              for (QAction* action : menu->actions()) {
+                  if (!item.isEmpty() && action->objectName() == item && !action->isSeparator()) {
+                      QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
+                      return;
+                  }
+              }
+              menu->close();
+          },
+          true)
+{}
 
 void ClickControl(FrmMain& main, const QString& name, Qt::MouseButton button)
 {

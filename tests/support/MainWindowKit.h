@@ -3,15 +3,13 @@
 // The main window as the user meets it, for tests: started on a test environment's
 // database, and its pop-up menus answered the way a person would choose from them.
 
-#include "support/FakeServices.h"
+#include "support/TestKit.h"
 
-#include <QPointer>
 #include <QString>
 
 #include <memory>
 
 class FrmMain;
-class QTimer;
 
 // Builds the main window on env's data folder, runs its start-up and shows it. Rows the
 // test needs are stored before; the window opens its own connection, as the program does.
@@ -24,21 +22,11 @@ class MenuAnswer final
 {
 public:
     explicit MenuAnswer(const QString& item);
-    ~MenuAnswer();
-    MenuAnswer(const MenuAnswer&) = delete;
-    MenuAnswer& operator=(const MenuAnswer&) = delete;
-
-    bool opened() const { return m_state->opened; }
-    QString menu() const { return m_state->menu; }
+    bool opened() const { return m_answer.opened(); }
+    QString menu() const { return m_answer.name(); }
 
 private:
-    struct State
-    {
-        bool opened = false;
-        QString menu;
-    };
-    std::shared_ptr<State> m_state = std::make_shared<State>();
-    QPointer<QTimer> m_timer;
+    ModalAnswer m_answer;
 };
 
 // Clicks a control of the main window found by its objectName (a link or a panel label)

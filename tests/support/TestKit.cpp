@@ -20,16 +20,9 @@
 StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm, const QString& endDt,
                   const QString& endTm, const QString& business)
 {
-    StoredEntry e;
-    e.id = id;
-    e.kind = kind;
-    e.data = kind.startsWith(QLatin1Char('T')) ? QStringLiteral("2") : QStringLiteral("1");
-    e.startDt = startDt;
-    e.startTm = startTm;
-    e.endDt = endDt;
-    e.endTm = endTm;
-    e.business = business;
-    return e;
+    const QString data = kind.startsWith(QLatin1Char('T')) ? QStringLiteral("2") : QStringLiteral("1");
+    return StoredEntry{id, data, business, startDt, startTm, endDt, endTm, {}, 0, QStringLiteral("0"),
+                       0,  {},   {},       kind,    {}};
 }
 
 namespace {
@@ -56,23 +49,16 @@ void StoreRow(DatabaseConnection& db, const QString& table, const Columns& colum
 
 void StoreEntry(DatabaseConnection& db, const StoredEntry& e)
 {
-    StoreRow(db, QStringLiteral("TRNSCHTSK"),
-             {{"ID", e.id},
-              {"DATA", e.data},
-              {"BUSINESS", e.business},
-              {"STARTDT", e.startDt},
-              {"STARTTM", e.startTm},
-              {"ENDDT", e.endDt},
-              {"ENDTM", e.endTm},
-              {"ENDLESS", e.endless},
-              {"CLASS", e.classId},
-              {"ALARM", e.alarm},
-              {"PRIORITY", e.priority},
-              {"COMPLETION", e.completion},
-              {"COMPDT", e.compDt},
-              {"FROMTOKBN", e.kind},
-              {"COMMENT", e.comment},
-              {"UPDTIME", e.updTime}});
+    const QStringList names =
+        QStringLiteral("ID DATA BUSINESS STARTDT STARTTM ENDDT ENDTM ENDLESS CLASS ALARM PRIORITY "
+                       "COMPLETION COMPDT FROMTOKBN COMMENT UPDTIME")
+            .split(QLatin1Char(' '));
+    const QVariantList values{e.id,      e.data,  e.business, e.startDt,    e.startTm, e.endDt, e.endTm,   e.endless,
+                              e.classId, e.alarm, e.priority, e.completion, e.compDt,  e.kind,  e.comment, e.updTime};
+    Columns columns;
+    for (int i = 0; i < names.size(); ++i)
+        columns.append({names.at(i), values.at(i)});
+    StoreRow(db, QStringLiteral("TRNSCHTSK"), columns);
 }
 
 StoredEntry WithAlarm(StoredEntry entry)
@@ -252,21 +238,23 @@ void FocusOut(QWidget* widget)
     QApplication::sendEvent(widget, &event);
 }
 
-ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action) : m_state(std::make_shared<State>())
+ModalAnswer::ModalAnswer(std::function<void(QWidget*)> action, bool menu) : m_state(std::make_shared<State>())
 {
     auto* timer = new QTimer(qApp);
     m_timer = timer;
     timer->setInterval(5);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, action, state = m_state] {
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, action, menu, state = m_state] {
         QPointer<QWidget> modal = QApplication::activeModalWidget();
-        // A pop-up date picker is answered like a dialog; a pop-up menu is MenuAnswer's.
-        if (!modal && !qobject_cast<QMenu*>(QApplication::activePopupWidget()))
-            modal = QApplication::activePopupWidget();
-        if (!modal)
+        QWidget* popup = QApplication::activePopupWidget();
+        // A pop-up date picker is answered like a dialog; a pop-up menu only when asked for.
+        if (menu || (!modal && !qobject_cast<QMenu*>(popup)))
+            modal = menu ? qobject_cast<QMenu*>(popup) : popup;
+        if (!modal || !modal->isVisible())
             return;
         timer->stop();
         state->opened = true;
         state->title = modal->windowTitle();
+        state->name = modal->objectName();
         action(modal);
         if (modal && modal->isVisible()) {
             state->stayedOpen = true;

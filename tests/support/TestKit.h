@@ -21,33 +21,20 @@ class QListWidget;
 class QObject;
 class QTimer;
 
-// ---- registration -------------------------------------------------------------------------
-// Each test class lives in its own .cpp and ends with VERDALY_TEST(Class); the subsystem's
-// test program runs every class registered in it, in name order.
+// Each test class ends its .cpp with VERDALY_TEST(Class); the folder's program runs them all.
 int RegisterTestClass(const char* name, std::function<QObject*()> make);
 #define VERDALY_TEST(Class)                                                                                            \
     static const int Class##Registered = RegisterTestClass(#Class, [] { return static_cast<QObject*>(new Class); });
 
-// ---- rows ---------------------------------------------------------------------------------
-// One TRNSCHTSK row with every column given; the defaults make a valid one-day schedule.
+// One TRNSCHTSK row, its columns in the table's order.
 struct StoredEntry
 {
     int id = 1;
-    QString data = QStringLiteral("1");
-    QString business = QStringLiteral("entry");
-    QString startDt;
-    QString startTm;
-    QString endDt;
-    QString endTm;
-    QString endless;
+    QString data = QStringLiteral("1"), business = QStringLiteral("entry"), startDt, startTm, endDt, endTm, endless;
     int classId = 0;
     QString alarm = QStringLiteral("0");
     int priority = 0;
-    QString completion;
-    QString compDt;
-    QString kind;
-    QString comment;
-    QString updTime = QStringLiteral("2006/05/01 12:00:00");
+    QString completion, compDt, kind, comment, updTime = QStringLiteral("2006/05/01 12:00:00");
 };
 // The usual entry: kind, span and subject; tasks (kind T*) get DATA '2', the rest '1'.
 StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm = QString(),
@@ -68,18 +55,14 @@ void SetGeneral(DatabaseConnection& db, int code, const Columns& columns);
 // A day-off on this month and day of every year, with its remark.
 void StoreDayOff(DatabaseConnection& db, int month, int day, const QString& remark = QString());
 
-// The alarm options as the settings dialog writes them: the advance time in minutes (304),
-// balloon rather than message box (314), sound on (316) and its file (315).
+// The alarm options: advance in minutes (304), balloon (314), sound (316) and its file (315).
 void StoreAlarmSettings(DatabaseConnection& db, int advance, bool balloon = false, bool sound = false,
                         const QString& soundFile = QString());
 
-// ---- files --------------------------------------------------------------------------------
 // The whole file, or "<no file>" when it cannot be read.
 QByteArray FileBytes(const QString& path);
-// Writes the file anew; answers whether all of it was written.
 bool WriteFile(const QString& path, const QByteArray& bytes);
 
-// ---- reading back -------------------------------------------------------------------------
 // One column of the entry with this ID, as text ("<no row>" when it is gone).
 QString Column(DatabaseConnection& db, int id, const char* column);
 // "COL=value" of the entry with this ID for each "COL=..." of pairs, for comparing with pairs.
@@ -101,7 +84,6 @@ private:
     DatabaseConnection& m_db;
 };
 
-// ---- controls -----------------------------------------------------------------------------
 // A control found by its objectName; a missing control ends the run at once with its name.
 template <typename T = QWidget> T* Control(QObject* root, const char* name)
 {
@@ -110,7 +92,6 @@ template <typename T = QWidget> T* Control(QObject* root, const char* name)
         qFatal("control %s not found in %s", name, qPrintable(root->objectName()));
     return found;
 }
-// Clicks the named button.
 void Click(QObject* root, const char* name);
 // What a person sees in the named box: a line, combo or text box's text, or "1"/"0" for a
 // check box.
@@ -121,18 +102,17 @@ void Type(QObject* root, const QString& name, const QString& text);
 // "Name=text" pairs: Type() each in turn, or Shown() each for comparing with the list.
 void TypeAll(QObject* root, const QStringList& pairs);
 QStringList ShownAll(QObject* root, const QStringList& pairs);
-// What the widget sees when the user tabs into or out of it.
+// What the widget gets when the user tabs into or out of it.
 void FocusIn(QWidget* widget);
 void FocusOut(QWidget* widget);
 
-// ---- modal dialogs ------------------------------------------------------------------------
-// Answers the next modal dialog that comes up while this object lives: action gets the
-// dialog and should close it. A dialog the action leaves open is rejected (stayedOpen()),
-// so a refused OK cannot hang the run.
+// Answers the next modal dialog (or, told so, the next pop-up menu) that comes up while this
+// object lives: action gets it and should close it. One the action leaves open is closed
+// (stayedOpen()), so a refused OK cannot hang the run.
 class ModalAnswer final
 {
 public:
-    explicit ModalAnswer(std::function<void(QWidget*)> action);
+    explicit ModalAnswer(std::function<void(QWidget*)> action, bool menu = false);
     ~ModalAnswer();
     ModalAnswer(const ModalAnswer&) = delete;
     ModalAnswer& operator=(const ModalAnswer&) = delete;
@@ -140,6 +120,7 @@ public:
     bool opened() const { return m_state->opened; }
     bool stayedOpen() const { return m_state->stayedOpen; }
     QString title() const { return m_state->title; }
+    QString name() const { return m_state->name; }
 
 private:
     struct State
@@ -147,6 +128,7 @@ private:
         bool opened = false;
         bool stayedOpen = false;
         QString title;
+        QString name;
     };
     std::shared_ptr<State> m_state;
     QPointer<QTimer> m_timer;
@@ -169,7 +151,6 @@ private:
     ModalAnswer m_answer;
 };
 
-// ---- sticky notes -------------------------------------------------------------------------
 class FrmPost;
 class StickyNotes;
 // Opens a note the way every caller does, through the hand-over slot 0 (place in twips;
