@@ -22,20 +22,14 @@ namespace {
 // Either editor on its hand-over: new ones start on 2006/05/01 (schedule) or 2006/05/10 (task).
 struct Editor
 {
-    Editor(TestEnvironment& env, const QString& editor, int id = 0) : task(editor == QLatin1String("task"))
+    Editor(TestEnvironment& env, const QString& editor, int id = 0) : task(editor == "task")
     {
-        const QString mode = id ? QStringLiteral("UPD") : QStringLiteral("ADD");
-        if (task) {
-            th.TaskEditMode = mode;
-            th.TaskEditId = id;
-            th.TaskDate = QDate(2006, 5, 10);
-            dialog = std::make_unique<FrmTask>(env.services, th);
-        } else {
-            sh.ScheduleEditMode = mode;
-            sh.ScheduleEditId = id;
-            sh.ScheduleDate = QDate(2006, 5, 1);
-            dialog = std::make_unique<FrmSchedule>(env.services, sh);
-        }
+        th.TaskEditMode = sh.ScheduleEditMode = id ? "UPD" : "ADD";
+        th.TaskEditId = sh.ScheduleEditId = id;
+        th.TaskDate = QDate(2006, 5, 10);
+        sh.ScheduleDate = QDate(2006, 5, 1);
+        dialog = task ? std::unique_ptr<EntryEditorDialog>(std::make_unique<FrmTask>(env.services, th))
+                      : std::make_unique<FrmSchedule>(env.services, sh);
     }
     QWidget* w() const { return dialog.get(); }
     bool saved() const { return task ? th.TaskSaved : sh.ScheduleSaved; }
@@ -47,12 +41,12 @@ struct Editor
     std::unique_ptr<EntryEditorDialog> dialog;
 };
 
-// Classes 営業 (3) and 病院 (7); schedules 5 and 6 (its class gone); tasks 8 (open, no
+// Classes 営業 (3) and 病院 (7), listed the other way round; schedules 5 and 6 (its class gone); tasks 8 (open, no
 // deadline) and 10 (done). Columns an editor does not own hold odd values it must keep.
 void Seed(DatabaseConnection& db)
 {
-    StoreClass(db, 3, QStringLiteral("営業"), 1);
-    StoreClass(db, 7, QStringLiteral("病院"), 2);
+    StoreClass(db, 3, "営業", 2);
+    StoreClass(db, 7, "病院", 1);
     StoreGeneral(db, 401, {{"DATAS1", "23:45"}, {"DATAN1", 1425}}); // one more time choice
     // ID, DATA, BUSINESS, STARTDT, STARTTM, ENDDT, ENDTM, ENDLESS, CLASS, ALARM, PRIORITY, COMPLETION, COMPDT,
     // FROMTOKBN, COMMENT
@@ -170,15 +164,21 @@ private slots:
     {
         QTest::addColumn<QString>("editor");
         QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QStringList>("refill"); // a link, the list and OK of its dialog, the combo
+        QTest::addColumn<QStringList>("before"); // in sort order
+        QTest::addColumn<QStringList>("after");  // classes come back in the table's own order
         // clang-format off
-        QTest::newRow("schedule") << "schedule" << QStringList{"TxtYouken=予定", "TxtStartDate=開始日", "CmbStartTime=開始時刻", "TxtEndDate=終了日", "CmbEndTime=終了時刻", "CmbBunrui=分類", "TxtSyousai=詳細", "ChkAraamu=アラーム"};
-        QTest::newRow("task") << "task" << QStringList{"TxtYouken=タスク名", "TxtEndDate=期限", "CmbEndTime=期限の時刻", "CmbYusen=優先度", "TxtEnd=完了日", "CmbBunrui=分類"};
+        QTest::newRow("schedule") << "schedule" << QStringList{"TxtYouken=予定", "TxtStartDate=開始日", "CmbStartTime=開始時刻", "TxtEndDate=終了日", "CmbEndTime=終了時刻", "CmbBunrui=分類", "TxtSyousai=詳細", "ChkAraamu=アラーム"} << QStringList{"LabClass", "LstClass", "ComOk", "CmbBunrui"} << QStringList{"病院", "営業"} << QStringList{"営業", "改名"};
+        QTest::newRow("task") << "task" << QStringList{"TxtYouken=タスク名", "TxtEndDate=期限", "CmbEndTime=期限の時刻", "CmbYusen=優先度", "TxtEnd=完了日", "CmbBunrui=分類"} << QStringList{"LabPriority", "LstPriority", "ComOK", "CmbYusen"} << QStringList{"高", "中", "低"} << QStringList{"改名", "中", "低"};
         // clang-format on
     }
     void controlsAndTroubles()
     {
         QFETCH(QString, editor);
         QFETCH(QStringList, names);
+        QFETCH(QStringList, refill);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
         const int id = editor == "task" ? 8 : 5;
         TestEnvironment env;
         Seed(env.db());
@@ -217,6 +217,23 @@ private slots:
                 QCOMPARE(enabled("CmbEndTime"), !on);
                 QCOMPARE(Shown(e.w(), "TxtEndDate"), "2006/05/10");
             }
+            // A list changed through its link is read again, the choice kept.
+            auto* box = Control<QComboBox>(e.w(), qPrintable(refill.at(3)));
+            const auto items = [box] {
+                QStringList texts;
+                for (int i = 0; i < box->count(); ++i)
+                    texts << box->itemText(i);
+                return texts;
+            };
+            box->setCurrentIndex(1);
+            QCOMPARE(items(), before);
+            ModalAnswer rename([&](QWidget* dialog) {
+                Control<QListWidget>(dialog, qPrintable(refill.at(1)))->item(0)->setText("改名");
+                Click(dialog, qPrintable(refill.at(2)));
+            });
+            QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(refill.at(0))), Qt::LeftButton);
+            QCOMPARE(items(), after);
+            QCOMPARE(box->currentText(), before.at(1));
             TypeAll(e.w(), {"TxtYouken=会議", "CmbBunrui=新分類"});
             Click(e.w(), "ComCancel");
             QVERIFY(!e.dialog->isVisible());
@@ -337,48 +354,6 @@ private slots:
         QCOMPARE(asked.PickedDate, opensOn);
         QCOMPARE(asked.PickerTop, (e.dialog->y() + at.y()) * 15 + 700);
         QCOMPARE(asked.PickerLeft, (e.dialog->x() + at.x()) * 15 + (e.task ? 100 : 50));
-    }
-
-    void listLinkRefills_data()
-    {
-        QTest::addColumn<QString>("editor");
-        QTest::addColumn<QStringList>("controls"); // the link, the list and OK of its dialog, the combo
-        QTest::addColumn<QStringList>("before");   // in sort order
-        QTest::addColumn<QStringList>("after");    // classes come back in the table's own order
-        // clang-format off
-        QTest::newRow("classes") << "schedule" << QStringList{"LabClass", "LstClass", "ComOk", "CmbBunrui"} << QStringList{"私用", "仕事"} << QStringList{"仕事", "改名"};
-        QTest::newRow("priorities") << "task" << QStringList{"LabPriority", "LstPriority", "ComOK", "CmbYusen"} << QStringList{"高", "中", "低"} << QStringList{"改名", "中", "低"};
-        // clang-format on
-    }
-
-    void listLinkRefills()
-    {
-        QFETCH(QString, editor);
-        QFETCH(QStringList, controls);
-        QFETCH(QStringList, before);
-        QFETCH(QStringList, after);
-        TestEnvironment env;
-        StoreClass(env.db(), 1, "仕事", 2);
-        StoreClass(env.db(), 2, "私用", 1);
-        Editor e(env, editor);
-        e.dialog->show();
-        auto* box = Control<QComboBox>(e.w(), qPrintable(controls.at(3)));
-        const auto items = [box] {
-            QStringList texts;
-            for (int i = 0; i < box->count(); ++i)
-                texts << box->itemText(i);
-            return texts;
-        };
-        box->setCurrentIndex(1);
-        QCOMPARE(items(), before);
-        // Confirmed: the list is read again, the choice kept.
-        ModalAnswer rename([&](QWidget* dialog) {
-            Control<QListWidget>(dialog, qPrintable(controls.at(1)))->item(0)->setText("改名");
-            Click(dialog, qPrintable(controls.at(2)));
-        });
-        QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(controls.at(0))), Qt::LeftButton);
-        QCOMPARE(items(), after);
-        QCOMPARE(box->currentText(), before.at(1));
     }
 
     // The kinds the editors write (A5, B4, C4, D3, D4, T1, T2) are checked through the editors'
