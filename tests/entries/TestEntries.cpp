@@ -116,6 +116,8 @@ private slots:
         QTest::newRow("note, end time") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00", "CmbEndTime=10:30"} << "" << L{"FROMTOKBN=D4"} << L{"0.5", "3", "05/01 09:00 - 10:30\r\n会議\r\n3F"};
         QTest::newRow("note, end date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "TxtEndDate=2006/05/03"} << "" << L{"FROMTOKBN=C1"} << L{"0.999", "6", "05/01  - 05/03 \r\n会議\r\n3F"};
         QTest::newRow("note, task") << "task" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbEndTime=17:00"} << "" << L{"FROMTOKBN=T2"} << L{"0.75", "5", "05/10 17:00  中\r\n会議\r\n3F"};
+        QTest::newRow("class typed with blanks around") << "schedule" << 5 << L{"CmbBunrui=病院"} << L{"CmbBunrui= 営業 "} << "" << L{"CLASS=3"} << L{};
+        QTest::newRow("class of blanks") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbBunrui=   "} << "" << L{"CLASS=0"} << L{};
         // clang-format on
     }
 
@@ -248,6 +250,10 @@ private slots:
             "CREATE TRIGGER refuse BEFORE INSERT ON TRNSCHTSK BEGIN SELECT RAISE(ABORT, 'disk is full'); END");
         const QStringList typed{"TxtYouken=学会", "CmbBunrui=出張", "TxtSyousai=朝食抜き", "CmbEndTime=09:00"};
         TypeAll(e.w(), typed);
+        // Typed over the first class, as a person types into the box: the typed name counts.
+        auto* classes = Control<QComboBox>(e.w(), "CmbBunrui");
+        classes->setCurrentIndex(0);
+        classes->setEditText("出張");
         Click(e.w(), "ComOK");
         QCOMPARE(env.prompter.shown.size(), 1);
         QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
@@ -265,77 +271,55 @@ private slots:
         QCOMPARE(Lines(env.db(), "SELECT * FROM MSTCLASS WHERE ID > 7", {"ID", "CLASS"}), QStringList{"8|出張"});
     }
 
-    void focusNormalisation_data()
-    {
-        QTest::addColumn<QString>("editor");
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<bool>("in"); // focus comes in (else it leaves)
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("shown");
-        // clang-format off
-        QTest::newRow("9:5") << "schedule" << "CmbStartTime" << false << "9:5" << "09:05";
-        QTest::newRow("seconds dropped") << "schedule" << "CmbStartTime" << false << "10:15:45" << "10:15";
-        QTest::newRow("full-width time") << "schedule" << "CmbStartTime" << false << "１０：３０" << "10:30";
-        QTest::newRow("hour 24") << "schedule" << "CmbStartTime" << false << "24:00" << "";
-        QTest::newRow("hour only") << "schedule" << "CmbStartTime" << false << "9" << "";
-        QTest::newRow("month and day, this year") << "schedule" << "TxtStartDate" << false << "5/3" << "2026/05/03";
-        QTest::newRow("hyphens") << "schedule" << "TxtStartDate" << false << "2006-5-3" << "2006/05/03";
-        QTest::newRow("eight digits") << "schedule" << "TxtStartDate" << false << "20060503" << "2006/05/03";
-        QTest::newRow("full-width date") << "schedule" << "TxtStartDate" << false << "２００６／０５／０３" << "2006/05/03";
-        QTest::newRow("leap day") << "schedule" << "TxtStartDate" << false << "2008/2/29" << "2008/02/29";
-        QTest::newRow("no leap day") << "schedule" << "TxtStartDate" << false << "2006/2/29" << "";
-        QTest::newRow("two-digit year") << "schedule" << "TxtStartDate" << false << "06/05/03" << "";
-        QTest::newRow("trailing junk") << "schedule" << "TxtStartDate" << false << "2006/05/03x" << "";
-        QTest::newRow("end date is left as typed") << "schedule" << "TxtEndDate" << false << "2006/5/3" << "2006/5/3";
-        QTest::newRow("empty end offers the start") << "schedule" << "TxtEndDate" << true << "" << "2006/05/01";
-        QTest::newRow("end already given stays") << "schedule" << "TxtEndDate" << true << "2006/05/09" << "2006/05/09";
-        QTest::newRow("task deadline") << "task" << "TxtEndDate" << false << "2006/6/1" << "2006/06/01";
-        QTest::newRow("task time") << "task" << "CmbEndTime" << false << "9:5" << "09:05";
-        // clang-format on
-    }
-
-    void focusNormalisation()
-    {
-        QFETCH(QString, editor);
-        QFETCH(QString, control);
-        QFETCH(bool, in);
-        QFETCH(QString, typed);
-        QFETCH(QString, shown);
-        TestEnvironment env;
-        Editor e(env, editor);
-        Type(e.w(), control, typed);
-        (in ? FocusIn : FocusOut)(Control(e.w(), qPrintable(control)));
-        QCOMPARE(Shown(e.w(), control), shown);
-        QVERIFY(env.prompter.shown.isEmpty());
-    }
-
-    void datePicker_data()
+    // What a box shows once it was typed into and left (or entered), or once its link's date
+    // picker answered. Either way no message, and a picker only where one was asked for.
+    void boxes_data()
     {
         QTest::addColumn<QString>("editor");
         QTest::addColumn<QStringList>("typed");
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<QDate>("answer");  // invalid: the pick is cancelled
-        QTest::addColumn<QDate>("opensOn"); // invalid: the picker must not open
+        QTest::addColumn<QString>("action"); // the first typed box left ("out") or entered ("in"), or a link clicked
+        QTest::addColumn<QDate>("answer");   // invalid: the pick is cancelled
+        QTest::addColumn<QDate>("opensOn");  // invalid: the picker must not open
         QTest::addColumn<QString>("shown");
         const QDate today(2026, 11, 22);
+        using L = QStringList;
         // clang-format off
-        QTest::newRow("start") << "schedule" << QStringList{} << "LabStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << "2006/06/15";
-        QTest::newRow("empty end opens on today, cancelled") << "schedule" << QStringList{} << "LabEndDate" << QDate() << today << "";
-        QTest::newRow("deadline") << "task" << QStringList{} << "LabEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << "2006/05/31";
-        QTest::newRow("completion of an open task") << "task" << QStringList{} << "LabEnd" << QDate(2006, 5, 9) << QDate() << "2006/05/10";
-        QTest::newRow("completion of a done task") << "task" << QStringList{"ChkEnd=1", "TxtEnd="} << "LabEnd" << QDate(2006, 5, 9) << today << "2006/05/09";
+        QTest::newRow("9:5") << "schedule" << L{"CmbStartTime=9:5"} << "out" << QDate() << QDate() << "09:05";
+        QTest::newRow("seconds dropped") << "schedule" << L{"CmbStartTime=10:15:45"} << "out" << QDate() << QDate() << "10:15";
+        QTest::newRow("full-width time") << "schedule" << L{"CmbStartTime=１０：３０"} << "out" << QDate() << QDate() << "10:30";
+        QTest::newRow("hour 24") << "schedule" << L{"CmbStartTime=24:00"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("hour only") << "schedule" << L{"CmbStartTime=9"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("month and day, this year") << "schedule" << L{"TxtStartDate=5/3"} << "out" << QDate() << QDate() << "2026/05/03";
+        QTest::newRow("hyphens") << "schedule" << L{"TxtStartDate=2006-5-3"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("eight digits") << "schedule" << L{"TxtStartDate=20060503"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("full-width date") << "schedule" << L{"TxtStartDate=２００６／０５／０３"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("leap day") << "schedule" << L{"TxtStartDate=2008/2/29"} << "out" << QDate() << QDate() << "2008/02/29";
+        QTest::newRow("no leap day") << "schedule" << L{"TxtStartDate=2006/2/29"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("two-digit year") << "schedule" << L{"TxtStartDate=06/05/03"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("trailing junk") << "schedule" << L{"TxtStartDate=2006/05/03x"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("end date is left as typed") << "schedule" << L{"TxtEndDate=2006/5/3"} << "out" << QDate() << QDate() << "2006/5/3";
+        QTest::newRow("empty end offers the start") << "schedule" << L{"TxtEndDate="} << "in" << QDate() << QDate() << "2006/05/01";
+        QTest::newRow("end already given stays") << "schedule" << L{"TxtEndDate=2006/05/09"} << "in" << QDate() << QDate() << "2006/05/09";
+        QTest::newRow("task deadline") << "task" << L{"TxtEndDate=2006/6/1"} << "out" << QDate() << QDate() << "2006/06/01";
+        QTest::newRow("task time") << "task" << L{"CmbEndTime=9:5"} << "out" << QDate() << QDate() << "09:05";
+        QTest::newRow("start") << "schedule" << L{} << "LabStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << "2006/06/15";
+        QTest::newRow("empty end opens on today, cancelled") << "schedule" << L{} << "LabEndDate" << QDate() << today << "";
+        QTest::newRow("deadline") << "task" << L{} << "LabEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << "2006/05/31";
+        QTest::newRow("completion of an open task") << "task" << L{} << "LabEnd" << QDate(2006, 5, 9) << QDate() << "2006/05/10";
+        QTest::newRow("completion of a done task") << "task" << L{"ChkEnd=1", "TxtEnd="} << "LabEnd" << QDate(2006, 5, 9) << today << "2006/05/09";
         // clang-format on
     }
 
-    void datePicker()
+    void boxes()
     {
         QFETCH(QString, editor);
         QFETCH(QStringList, typed);
-        QFETCH(QString, link);
-        const QString box = "Txt" + link.mid(3); // each link names the box it fills
+        QFETCH(QString, action);
         QFETCH(QDate, answer);
         QFETCH(QDate, opensOn);
         QFETCH(QString, shown);
+        // Each link names the box it fills.
+        const QString box = action.startsWith("Lab") ? "Txt" + action.mid(3) : typed.front().section('=', 0, 0);
         TestEnvironment env;
         Editor e(env, editor);
         e.dialog->move(120, 80);
@@ -343,8 +327,12 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(e.w()));
         TypeAll(e.w(), typed);
         env.datePicker.answers.push_back(answer);
-        QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(link)), Qt::LeftButton);
+        if (action == "in" || action == "out")
+            (action == "in" ? FocusIn : FocusOut)(Control(e.w(), qPrintable(box)));
+        else
+            QTest::mouseClick(Control<QLabel>(e.w(), qPrintable(action)), Qt::LeftButton);
         QCOMPARE(Shown(e.w(), box), shown);
+        QVERIFY(env.prompter.shown.isEmpty());
         QCOMPARE(env.datePicker.requests.size(), opensOn.isValid() ? 1 : 0);
         if (!opensOn.isValid())
             return;
@@ -529,45 +517,6 @@ private slots:
         insert(8, "B2", "20060509", "", "20060510", "08:00");
         insert(9, "T2", "", "", "20060509", "08:00");
         QCOMPARE(Lines(db, DayQuerySql({2006, 5, 10}), {"ID"}), QStringList({"3", "2", "5", "8", "6", "4", "1"}));
-    }
-
-    // The combo offers 仕事 (ID 3) and 私用 (ID 7); the table holds those two, or none.
-    void ensureClassFromCombo_data()
-    {
-        QTest::addColumn<int>("selectIndex"); // -1: type instead of choosing; -2: the table is empty
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<qint64>("classId");
-        QTest::addColumn<int>("classRows");
-        // clang-format off
-        QTest::newRow("blanks only") << -1 << "   " << qint64(0) << 2;
-        QTest::newRow("typed name of an item") << -1 << "仕事" << qint64(3) << 2;
-        QTest::newRow("typed with blanks around") << -1 << " 私用 " << qint64(7) << 2;
-        QTest::newRow("typed over a chosen item") << 0 << "私用" << qint64(7) << 2;
-        QTest::newRow("new name over a chosen item") << 0 << "出張" << qint64(8) << 3;
-        QTest::newRow("empty table") << -2 << "家族" << qint64(1) << 1;
-        // clang-format on
-    }
-    void ensureClassFromCombo()
-    {
-        QFETCH(int, selectIndex);
-        QFETCH(QString, typed);
-        QFETCH(qint64, classId);
-        QFETCH(int, classRows);
-        TestEnvironment env;
-        if (selectIndex > -2) {
-            StoreClass(env.db(), 3, "仕事", 1);
-            StoreClass(env.db(), 7, "私用", 2);
-        }
-        QComboBox combo;
-        combo.setEditable(true);
-        FillClassCombo(env.db(), &combo, "SELECT * FROM MSTCLASS ORDER BY SORTKEY");
-        combo.setCurrentIndex(qMax(selectIndex, -1));
-        combo.setEditText(typed);
-        QCOMPARE(EnsureClassFromCombo(env.db(), &combo), classId);
-        QCOMPARE(env.count(QStringLiteral("MSTCLASS")), classRows);
-        QCOMPARE(combo.count(), classRows);
-        if (classId != 0)
-            QCOMPARE(combo.currentData().toLongLong(), classId);
     }
 
     void linkLabelHoverAndClick()

@@ -142,6 +142,8 @@ private slots:
         }
         QCOMPARE(db.transactionDepth(), depth);
         QCOMPARE(ChangeStored(env), kept);
+        // A new class takes the ID after the highest, 1 in an empty table.
+        QCOMPARE(env.count("MSTCLASS", QString("CLASS = '内側' AND ID = %1").arg(depth + 1)), int(isClass && kept));
         if (!outer)
             return;
         // The outer level is untouched, and still decides about everything inside it.
