@@ -13,10 +13,8 @@
 #include <QListWidget>
 #include <QtTest>
 
-// The schedule and the task editor, driven through one set of tables: what they load, what
-// they write, and what they do when something goes wrong. Then what an entry's span makes of
-// it: its kind, the text of its line on a day, the days it marks, and the queries that find
-// it; and the class a typed name files it under.
+// The schedule and the task editor through one set of tables; then what an entry's span makes
+// of it: its kind, its line's text on a day, the days it marks, the queries that find it.
 namespace {
 
 // Either editor on its hand-over: new ones start on 2006/05/01 (schedule) or 2006/05/10 (task).
@@ -62,7 +60,20 @@ void Seed(DatabaseConnection& db)
 
 const QString Now = QStringLiteral("UPDTIME=2026/11/22 09:30:00");
 
+// Either editor on an entry (ID 0: a new one, which gets ID 11): what it shows, what is typed,
+// the warning ("" = saved), the columns then stored, the sticky note asked for (random draw,
+// colour, text).
+struct SaveRow
+{
+    QString editor;
+    int id;
+    QStringList shown, typed;
+    QString message;
+    QStringList columns, note;
+};
+
 } // namespace
+Q_DECLARE_METATYPE(SaveRow)
 
 class TestEntries final : public QObject
 {
@@ -71,65 +82,53 @@ class TestEntries final : public QObject
 private slots:
     void saves_data()
     {
-        QTest::addColumn<QString>("editor");
-        QTest::addColumn<int>("id"); // 0: a new entry, which gets ID 11
-        QTest::addColumn<QStringList>("shown");
-        QTest::addColumn<QStringList>("typed");
-        QTest::addColumn<QString>("message"); // "" = saved
-        QTest::addColumn<QStringList>("columns");
-        QTest::addColumn<QStringList>("note"); // the sticky note asked for: random draw, colour, text
-        using L = QStringList;
+        QTest::addColumn<SaveRow>("row");
         // clang-format off
-        QTest::newRow("schedule new") << "schedule" << 0
-            << L{"TxtYouken=", "TxtStartDate=2006/05/01", "CmbStartTime=", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0"}
-            << L{"TxtYouken=打ち合わせ 'A社'", "CmbStartTime=09:00", "TxtEndDate=2006/05/03", "CmbEndTime=18:00", "CmbBunrui=病院", "ChkAraamu=1", "TxtSyousai=会議室B\n資料'20部'"}
-            << "" << L{"DATA=1", "BUSINESS=打ち合わせ 'A社'", "STARTDT=20060501", "STARTTM=09:00", "ENDDT=20060503", "ENDTM=18:00", "ENDLESS=", "CLASS=7", "ALARM=1", "PRIORITY=0", "COMPLETION=", "COMPDT=", "FROMTOKBN=C4", "COMMENT=会議室B\n資料'20部'", Now} << L{};
-        QTest::newRow("schedule change") << "schedule" << 5
-            << L{"TxtYouken=歯医者", "TxtStartDate=2006/05/03", "CmbStartTime=14:30", "TxtEndDate=2006/05/03", "CmbEndTime=15:00", "CmbBunrui=病院", "ChkAraamu=1", "TxtSyousai=保険証を持参\n二行目"}
-            << L{"TxtYouken=歯医者（再診）", "TxtStartDate=2006/05/04", "CmbStartTime=10:00", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0", "TxtSyousai=it's done"}
-            << "" << L{"BUSINESS=歯医者（再診）", "STARTDT=20060504", "STARTTM=10:00", "ENDDT=", "ENDTM=", "CLASS=0", "ALARM=0", "FROMTOKBN=D3", "COMMENT=it's done", Now, "DATA=1", "ENDLESS=x", "PRIORITY=9", "COMPLETION=y", "COMPDT=z"} << L{};
-        QTest::newRow("schedule whose class is gone") << "schedule" << 6 << L{"CmbBunrui=", "TxtEndDate=", "ChkAraamu=0"} << L{} << "" << L{"CLASS=0", "FROMTOKBN=D4"} << L{};
-        QTest::newRow("blank subject") << "schedule" << 0 << L{} << L{"TxtYouken=   "} << "予定を入力してください" << L{} << L{};
-        QTest::newRow("start that is no date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=あした"} << "開始日付を入力してください" << L{} << L{};
-        QTest::newRow("end before start") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtEndDate=2006/04/30"} << "日時の開始と終了日付が正しくありません" << L{} << L{};
-        QTest::newRow("same day written differently, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/5/1", "CmbEndTime=09:00"} << "日時の開始と終了時間が正しくありません" << L{} << L{};
-        QTest::newRow("no end date, times backwards") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=11:00", "CmbEndTime=10:00"} << "日時の開始と終了時間が正しくありません" << L{} << L{};
-        QTest::newRow("equal times") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/05/01", "CmbEndTime=10:00"} << "" << L{"FROMTOKBN=A5"} << L{};
-        QTest::newRow("over midnight") << "schedule" << 0 << L{} << L{"TxtYouken=夜勤", "CmbStartTime=23:00", "TxtEndDate=2006/05/02", "CmbEndTime=01:00"} << "" << L{"FROMTOKBN=B4"} << L{};
-        QTest::newRow("typed forms are tidied") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtStartDate=2006/5/1", "CmbStartTime=9:5", "CmbEndTime=10:0"} << "" << L{"STARTDT=20060501", "STARTTM=09:05", "ENDTM=10:00", "FROMTOKBN=D4"} << L{};
-        QTest::newRow("task new") << "task" << 0
-            << L{"TxtEndDate=2006/05/10", "CmbEndTime=", "ChkEndNon=0", "CmbYusen=中", "ChkEnd=0", "TxtEnd=2006/05/10"}
-            << L{"TxtYouken=請求書の送付", "CmbEndTime=15:00", "CmbYusen=高", "CmbBunrui=営業", "TxtSyousai=経理へ\n控えを保管"}
-            << "" << L{"DATA=2", "BUSINESS=請求書の送付", "STARTDT=", "STARTTM=", "ENDDT=20060510", "ENDTM=15:00", "ENDLESS=0", "CLASS=3", "ALARM=", "PRIORITY=1", "COMPLETION=0", "COMPDT=20060510", "FROMTOKBN=T2", "COMMENT=経理へ\n控えを保管", Now} << L{};
-        QTest::newRow("task change") << "task" << 8
-            << L{"TxtYouken=見積書", "TxtEndDate=2006/05/12", "CmbEndTime=17:00", "ChkEndNon=1", "CmbYusen=低", "CmbBunrui=営業", "TxtSyousai=A社向け", "ChkEnd=0", "TxtEnd=0100/01/01"}
-            << L{"TxtYouken=見積書 'v2'", "ChkEndNon=0", "TxtEndDate=2006/05/20", "CmbEndTime=", "CmbYusen=高", "CmbBunrui=", "TxtSyousai=it's urgent"}
-            << "" << L{"BUSINESS=見積書 'v2'", "ENDDT=20060520", "ENDTM=", "ENDLESS=0", "CLASS=0", "PRIORITY=1", "FROMTOKBN=T1", "COMMENT=it's urgent", Now, "DATA=2", "STARTDT=s", "STARTTM=t", "ALARM=q", "COMPLETION=0", "COMPDT=01000101"} << L{};
-        QTest::newRow("task done") << "task" << 8 << L{} << L{"ChkEnd=1", "TxtEnd=2006/5/9"} << "" << L{"COMPLETION=1", "COMPDT=20060509"} << L{};
-        QTest::newRow("task done, no date") << "task" << 10 << L{} << L{"ChkEnd=1", "TxtEnd=昨日"} << "" << L{"COMPLETION=1", "COMPDT="} << L{};
-        QTest::newRow("task undone keeps the date") << "task" << 10 << L{"ChkEnd=1", "TxtEnd=2006/05/11"} << L{"ChkEnd=0"} << "" << L{"COMPLETION=0", "COMPDT=20060511"} << L{};
-        QTest::newRow("task without deadline") << "task" << 0 << L{} << L{"TxtYouken=いつか読む本", "ChkEndNon=1"} << "" << L{"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"} << L{};
-        QTest::newRow("task blank name") << "task" << 0 << L{} << L{"TxtYouken=  "} << "タスク名を入力してください" << L{} << L{};
-        QTest::newRow("task no deadline, marked so") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"} << "期限を入力してください" << L{} << L{};
-        QTest::newRow("task deadline that is no date") << "task" << 0 << L{} << L{"TxtYouken=報告書", "TxtEndDate=来週"} << "期限を入力してください" << L{} << L{};
-        QTest::newRow("note, start only") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"} << "" << L{"FROMTOKBN=D3"} << L{"0.0", "0", "05/01 09:00\r\n会議\r\n3F"};
-        QTest::newRow("note, end time") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00", "CmbEndTime=10:30"} << "" << L{"FROMTOKBN=D4"} << L{"0.5", "3", "05/01 09:00 - 10:30\r\n会議\r\n3F"};
-        QTest::newRow("note, end date") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "TxtEndDate=2006/05/03"} << "" << L{"FROMTOKBN=C1"} << L{"0.999", "6", "05/01  - 05/03 \r\n会議\r\n3F"};
-        QTest::newRow("note, task") << "task" << 0 << L{} << L{"TxtYouken=会議", "TxtSyousai=3F", "CmbEndTime=17:00"} << "" << L{"FROMTOKBN=T2"} << L{"0.75", "5", "05/10 17:00  中\r\n会議\r\n3F"};
-        QTest::newRow("class typed with blanks around") << "schedule" << 5 << L{"CmbBunrui=病院"} << L{"CmbBunrui= 営業 "} << "" << L{"CLASS=3"} << L{};
-        QTest::newRow("class of blanks") << "schedule" << 0 << L{} << L{"TxtYouken=会議", "CmbBunrui=   "} << "" << L{"CLASS=0"} << L{};
+        QTest::newRow("schedule new") << SaveRow{"schedule", 0,
+            {"TxtYouken=", "TxtStartDate=2006/05/01", "CmbStartTime=", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0"},
+            {"TxtYouken=打ち合わせ 'A社'", "CmbStartTime=09:00", "TxtEndDate=2006/05/03", "CmbEndTime=18:00", "CmbBunrui=病院", "ChkAraamu=1", "TxtSyousai=会議室B\n資料'20部'"},
+            "", {"DATA=1", "BUSINESS=打ち合わせ 'A社'", "STARTDT=20060501", "STARTTM=09:00", "ENDDT=20060503", "ENDTM=18:00", "ENDLESS=", "CLASS=7", "ALARM=1", "PRIORITY=0", "COMPLETION=", "COMPDT=", "FROMTOKBN=C4", "COMMENT=会議室B\n資料'20部'", Now}, {}};
+        QTest::newRow("schedule change") << SaveRow{"schedule", 5,
+            {"TxtYouken=歯医者", "TxtStartDate=2006/05/03", "CmbStartTime=14:30", "TxtEndDate=2006/05/03", "CmbEndTime=15:00", "CmbBunrui=病院", "ChkAraamu=1", "TxtSyousai=保険証を持参\n二行目"},
+            {"TxtYouken=歯医者（再診）", "TxtStartDate=2006/05/04", "CmbStartTime=10:00", "TxtEndDate=", "CmbEndTime=", "CmbBunrui=", "ChkAraamu=0", "TxtSyousai=it's done"},
+            "", {"BUSINESS=歯医者（再診）", "STARTDT=20060504", "STARTTM=10:00", "ENDDT=", "ENDTM=", "CLASS=0", "ALARM=0", "FROMTOKBN=D3", "COMMENT=it's done", Now, "DATA=1", "ENDLESS=x", "PRIORITY=9", "COMPLETION=y", "COMPDT=z"}, {}};
+        QTest::newRow("schedule whose class is gone") << SaveRow{"schedule", 6, {"CmbBunrui=", "TxtEndDate=", "ChkAraamu=0"}, {}, "", {"CLASS=0", "FROMTOKBN=D4"}, {}};
+        QTest::newRow("blank subject") << SaveRow{"schedule", 0, {}, {"TxtYouken=   "}, "予定を入力してください", {}, {}};
+        QTest::newRow("start that is no date") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtStartDate=あした"}, "開始日付を入力してください", {}, {}};
+        QTest::newRow("end before start") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtEndDate=2006/04/30"}, "日時の開始と終了日付が正しくありません", {}, {}};
+        QTest::newRow("same day written differently, times backwards") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/5/1", "CmbEndTime=09:00"}, "日時の開始と終了時間が正しくありません", {}, {}};
+        QTest::newRow("no end date, times backwards") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "CmbStartTime=11:00", "CmbEndTime=10:00"}, "日時の開始と終了時間が正しくありません", {}, {}};
+        QTest::newRow("equal times") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "CmbStartTime=10:00", "TxtEndDate=2006/05/01", "CmbEndTime=10:00"}, "", {"FROMTOKBN=A5"}, {}};
+        QTest::newRow("over midnight") << SaveRow{"schedule", 0, {}, {"TxtYouken=夜勤", "CmbStartTime=23:00", "TxtEndDate=2006/05/02", "CmbEndTime=01:00"}, "", {"FROMTOKBN=B4"}, {}};
+        QTest::newRow("typed forms are tidied") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtStartDate=2006/5/1", "CmbStartTime=9:5", "CmbEndTime=10:0"}, "", {"STARTDT=20060501", "STARTTM=09:05", "ENDTM=10:00", "FROMTOKBN=D4"}, {}};
+        QTest::newRow("task new") << SaveRow{"task", 0,
+            {"TxtEndDate=2006/05/10", "CmbEndTime=", "ChkEndNon=0", "CmbYusen=中", "ChkEnd=0", "TxtEnd=2006/05/10"},
+            {"TxtYouken=請求書の送付", "CmbEndTime=15:00", "CmbYusen=高", "CmbBunrui=営業", "TxtSyousai=経理へ\n控えを保管"},
+            "", {"DATA=2", "BUSINESS=請求書の送付", "STARTDT=", "STARTTM=", "ENDDT=20060510", "ENDTM=15:00", "ENDLESS=0", "CLASS=3", "ALARM=", "PRIORITY=1", "COMPLETION=0", "COMPDT=20060510", "FROMTOKBN=T2", "COMMENT=経理へ\n控えを保管", Now}, {}};
+        QTest::newRow("task change") << SaveRow{"task", 8,
+            {"TxtYouken=見積書", "TxtEndDate=2006/05/12", "CmbEndTime=17:00", "ChkEndNon=1", "CmbYusen=低", "CmbBunrui=営業", "TxtSyousai=A社向け", "ChkEnd=0", "TxtEnd=0100/01/01"},
+            {"TxtYouken=見積書 'v2'", "ChkEndNon=0", "TxtEndDate=2006/05/20", "CmbEndTime=", "CmbYusen=高", "CmbBunrui=", "TxtSyousai=it's urgent"},
+            "", {"BUSINESS=見積書 'v2'", "ENDDT=20060520", "ENDTM=", "ENDLESS=0", "CLASS=0", "PRIORITY=1", "FROMTOKBN=T1", "COMMENT=it's urgent", Now, "DATA=2", "STARTDT=s", "STARTTM=t", "ALARM=q", "COMPLETION=0", "COMPDT=01000101"}, {}};
+        QTest::newRow("task done") << SaveRow{"task", 8, {}, {"ChkEnd=1", "TxtEnd=2006/5/9"}, "", {"COMPLETION=1", "COMPDT=20060509"}, {}};
+        QTest::newRow("task done, no date") << SaveRow{"task", 10, {}, {"ChkEnd=1", "TxtEnd=昨日"}, "", {"COMPLETION=1", "COMPDT="}, {}};
+        QTest::newRow("task undone keeps the date") << SaveRow{"task", 10, {"ChkEnd=1", "TxtEnd=2006/05/11"}, {"ChkEnd=0"}, "", {"COMPLETION=0", "COMPDT=20060511"}, {}};
+        QTest::newRow("task without deadline") << SaveRow{"task", 0, {}, {"TxtYouken=いつか読む本", "ChkEndNon=1"}, "", {"ENDLESS=1", "ENDDT=20060510", "FROMTOKBN=T1"}, {}};
+        QTest::newRow("task blank name") << SaveRow{"task", 0, {}, {"TxtYouken=  "}, "タスク名を入力してください", {}, {}};
+        QTest::newRow("task no deadline, marked so") << SaveRow{"task", 0, {}, {"TxtYouken=報告書", "TxtEndDate=", "ChkEndNon=1"}, "期限を入力してください", {}, {}};
+        QTest::newRow("task deadline that is no date") << SaveRow{"task", 0, {}, {"TxtYouken=報告書", "TxtEndDate=来週"}, "期限を入力してください", {}, {}};
+        QTest::newRow("note, start only") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00"}, "", {"FROMTOKBN=D3"}, {"0.0", "0", "05/01 09:00\r\n会議\r\n3F"}};
+        QTest::newRow("note, end time") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtSyousai=3F", "CmbStartTime=09:00", "CmbEndTime=10:30"}, "", {"FROMTOKBN=D4"}, {"0.5", "3", "05/01 09:00 - 10:30\r\n会議\r\n3F"}};
+        QTest::newRow("note, end date") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "TxtSyousai=3F", "TxtEndDate=2006/05/03"}, "", {"FROMTOKBN=C1"}, {"0.999", "6", "05/01  - 05/03 \r\n会議\r\n3F"}};
+        QTest::newRow("note, task") << SaveRow{"task", 0, {}, {"TxtYouken=会議", "TxtSyousai=3F", "CmbEndTime=17:00"}, "", {"FROMTOKBN=T2"}, {"0.75", "5", "05/10 17:00  中\r\n会議\r\n3F"}};
+        QTest::newRow("class typed with blanks around") << SaveRow{"schedule", 5, {"CmbBunrui=病院"}, {"CmbBunrui= 営業 "}, "", {"CLASS=3"}, {}};
+        QTest::newRow("class of blanks") << SaveRow{"schedule", 0, {}, {"TxtYouken=会議", "CmbBunrui=   "}, "", {"CLASS=0"}, {}};
         // clang-format on
     }
 
     void saves()
     {
-        QFETCH(QString, editor);
-        QFETCH(int, id);
-        QFETCH(QStringList, shown);
-        QFETCH(QStringList, typed);
-        QFETCH(QString, message);
-        QFETCH(QStringList, columns);
-        QFETCH(QStringList, note);
+        QFETCH(SaveRow, row);
+        const auto& [editor, id, shown, typed, message, columns, note] = row;
         TestEnvironment env;
         Seed(env.db());
         env.random.values.push_back(note.value(0).toDouble());
@@ -156,12 +155,10 @@ private slots:
         QCOMPARE(e.task ? e.th.TaskPostText : e.sh.PostText, note.value(2));
     }
 
-    // Every input is named by the label in front of it, so a screen reader says what a field
-    // is for; a combo box holding a value is named by the value, and its label reaches the
-    // reader as the "labelled by" relation. The task's check boxes enable their controls.
-    // What goes wrong: a row deleted meanwhile closes the editor without a word; one written
-    // by someone else meanwhile is left alone; Cancel writes nothing; a refused statement keeps
-    // the editor open with what was typed, until OK goes through under one new class.
+    // A screen reader hears each input by its label (a combo box with a value through the
+    // "labelled by" relation). A row deleted meanwhile closes the editor without a word; one
+    // written meanwhile by someone else is left alone; Cancel writes nothing; a refused statement
+    // keeps the editor open with what was typed, until OK goes through under one new class.
     void controlsAndTroubles_data()
     {
         QTest::addColumn<QString>("editor");
@@ -214,9 +211,8 @@ private slots:
                 Type(e.w(), "ChkEnd", on ? "1" : "0");
                 QCOMPARE(enabled("TxtEnd"), on);
                 Type(e.w(), "ChkEndNon", on ? "1" : "0");
-                QCOMPARE(enabled("TxtEndDate"), !on);
-                QCOMPARE(enabled("LabEndDate"), !on);
-                QCOMPARE(enabled("CmbEndTime"), !on);
+                QCOMPARE(QList<bool>({enabled("TxtEndDate"), enabled("LabEndDate"), enabled("CmbEndTime")}),
+                         QList<bool>(3, !on));
                 QCOMPARE(Shown(e.w(), "TxtEndDate"), "2006/05/10");
             }
             // A list changed through its link is read again, the choice kept.
@@ -282,31 +278,30 @@ private slots:
         QTest::addColumn<QDate>("opensOn");  // invalid: the picker must not open
         QTest::addColumn<QString>("shown");
         const QDate today(2026, 11, 22);
-        using L = QStringList;
         // clang-format off
-        QTest::newRow("9:5") << "schedule" << L{"CmbStartTime=9:5"} << "out" << QDate() << QDate() << "09:05";
-        QTest::newRow("seconds dropped") << "schedule" << L{"CmbStartTime=10:15:45"} << "out" << QDate() << QDate() << "10:15";
-        QTest::newRow("full-width time") << "schedule" << L{"CmbStartTime=１０：３０"} << "out" << QDate() << QDate() << "10:30";
-        QTest::newRow("hour 24") << "schedule" << L{"CmbStartTime=24:00"} << "out" << QDate() << QDate() << "";
-        QTest::newRow("hour only") << "schedule" << L{"CmbStartTime=9"} << "out" << QDate() << QDate() << "";
-        QTest::newRow("month and day, this year") << "schedule" << L{"TxtStartDate=5/3"} << "out" << QDate() << QDate() << "2026/05/03";
-        QTest::newRow("hyphens") << "schedule" << L{"TxtStartDate=2006-5-3"} << "out" << QDate() << QDate() << "2006/05/03";
-        QTest::newRow("eight digits") << "schedule" << L{"TxtStartDate=20060503"} << "out" << QDate() << QDate() << "2006/05/03";
-        QTest::newRow("full-width date") << "schedule" << L{"TxtStartDate=２００６／０５／０３"} << "out" << QDate() << QDate() << "2006/05/03";
-        QTest::newRow("leap day") << "schedule" << L{"TxtStartDate=2008/2/29"} << "out" << QDate() << QDate() << "2008/02/29";
-        QTest::newRow("no leap day") << "schedule" << L{"TxtStartDate=2006/2/29"} << "out" << QDate() << QDate() << "";
-        QTest::newRow("two-digit year") << "schedule" << L{"TxtStartDate=06/05/03"} << "out" << QDate() << QDate() << "";
-        QTest::newRow("trailing junk") << "schedule" << L{"TxtStartDate=2006/05/03x"} << "out" << QDate() << QDate() << "";
-        QTest::newRow("end date is left as typed") << "schedule" << L{"TxtEndDate=2006/5/3"} << "out" << QDate() << QDate() << "2006/5/3";
-        QTest::newRow("empty end offers the start") << "schedule" << L{"TxtEndDate="} << "in" << QDate() << QDate() << "2006/05/01";
-        QTest::newRow("end already given stays") << "schedule" << L{"TxtEndDate=2006/05/09"} << "in" << QDate() << QDate() << "2006/05/09";
-        QTest::newRow("task deadline") << "task" << L{"TxtEndDate=2006/6/1"} << "out" << QDate() << QDate() << "2006/06/01";
-        QTest::newRow("task time") << "task" << L{"CmbEndTime=9:5"} << "out" << QDate() << QDate() << "09:05";
-        QTest::newRow("start") << "schedule" << L{} << "LabStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << "2006/06/15";
-        QTest::newRow("empty end opens on today, cancelled") << "schedule" << L{} << "LabEndDate" << QDate() << today << "";
-        QTest::newRow("deadline") << "task" << L{} << "LabEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << "2006/05/31";
-        QTest::newRow("completion of an open task") << "task" << L{} << "LabEnd" << QDate(2006, 5, 9) << QDate() << "2006/05/10";
-        QTest::newRow("completion of a done task") << "task" << L{"ChkEnd=1", "TxtEnd="} << "LabEnd" << QDate(2006, 5, 9) << today << "2006/05/09";
+        QTest::newRow("9:5") << "schedule" << QStringList{"CmbStartTime=9:5"} << "out" << QDate() << QDate() << "09:05";
+        QTest::newRow("seconds dropped") << "schedule" << QStringList{"CmbStartTime=10:15:45"} << "out" << QDate() << QDate() << "10:15";
+        QTest::newRow("full-width time") << "schedule" << QStringList{"CmbStartTime=１０：３０"} << "out" << QDate() << QDate() << "10:30";
+        QTest::newRow("hour 24") << "schedule" << QStringList{"CmbStartTime=24:00"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("hour only") << "schedule" << QStringList{"CmbStartTime=9"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("month and day, this year") << "schedule" << QStringList{"TxtStartDate=5/3"} << "out" << QDate() << QDate() << "2026/05/03";
+        QTest::newRow("hyphens") << "schedule" << QStringList{"TxtStartDate=2006-5-3"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("eight digits") << "schedule" << QStringList{"TxtStartDate=20060503"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("full-width date") << "schedule" << QStringList{"TxtStartDate=２００６／０５／０３"} << "out" << QDate() << QDate() << "2006/05/03";
+        QTest::newRow("leap day") << "schedule" << QStringList{"TxtStartDate=2008/2/29"} << "out" << QDate() << QDate() << "2008/02/29";
+        QTest::newRow("no leap day") << "schedule" << QStringList{"TxtStartDate=2006/2/29"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("two-digit year") << "schedule" << QStringList{"TxtStartDate=06/05/03"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("trailing junk") << "schedule" << QStringList{"TxtStartDate=2006/05/03x"} << "out" << QDate() << QDate() << "";
+        QTest::newRow("end date is left as typed") << "schedule" << QStringList{"TxtEndDate=2006/5/3"} << "out" << QDate() << QDate() << "2006/5/3";
+        QTest::newRow("empty end offers the start") << "schedule" << QStringList{"TxtEndDate="} << "in" << QDate() << QDate() << "2006/05/01";
+        QTest::newRow("end already given stays") << "schedule" << QStringList{"TxtEndDate=2006/05/09"} << "in" << QDate() << QDate() << "2006/05/09";
+        QTest::newRow("task deadline") << "task" << QStringList{"TxtEndDate=2006/6/1"} << "out" << QDate() << QDate() << "2006/06/01";
+        QTest::newRow("task time") << "task" << QStringList{"CmbEndTime=9:5"} << "out" << QDate() << QDate() << "09:05";
+        QTest::newRow("start") << "schedule" << QStringList{} << "LabStartDate" << QDate(2006, 6, 15) << QDate(2006, 5, 1) << "2006/06/15";
+        QTest::newRow("empty end opens on today, cancelled") << "schedule" << QStringList{} << "LabEndDate" << QDate() << today << "";
+        QTest::newRow("deadline") << "task" << QStringList{} << "LabEndDate" << QDate(2006, 5, 31) << QDate(2006, 5, 10) << "2006/05/31";
+        QTest::newRow("completion of an open task") << "task" << QStringList{} << "LabEnd" << QDate(2006, 5, 9) << QDate() << "2006/05/10";
+        QTest::newRow("completion of a done task") << "task" << QStringList{"ChkEnd=1", "TxtEnd="} << "LabEnd" << QDate(2006, 5, 9) << today << "2006/05/09";
         // clang-format on
     }
 
@@ -344,27 +339,25 @@ private slots:
         QCOMPARE(asked.PickerLeft, (e.dialog->x() + at.x()) * 15 + (e.task ? 100 : 50));
     }
 
-    // The kinds the editors write (A5, B4, C4, D3, D4, T1, T2) are checked through the editors'
-    // own table; these rows are the rest and the edges. A span is start date, start time, end
-    // date, end time.
+    // The kinds the editors write (A5, B4, C4, D3, D4, T1, T2) are in their own table; these are
+    // the rest and the edges. A span is start date, start time, end date, end time.
     void kindCode_data()
     {
         QTest::addColumn<QStringList>("span");
         QTest::addColumn<QString>("kind");
-        using L = QStringList;
         // clang-format off
-        QTest::newRow("A2") << L{"20060501", "", "20060501", "17:00"} << "A2";
-        QTest::newRow("A3") << L{"20060501", "09:00", "20060501", ""} << "A3";
-        QTest::newRow("A4") << L{"20060501", "09:00", "20060501", "10:00"} << "A4";
-        QTest::newRow("A4 end before start") << L{"20060501", "10:00", "20060501", "09:00"} << "A4";
-        QTest::newRow("no dates at all") << L{"", "", "", ""} << "A1";
-        QTest::newRow("T ignores a start time") << L{"", "09:00", "20060501", ""} << "T1";
-        QTest::newRow("D1") << L{"20060501", "", "", ""} << "D1";
-        QTest::newRow("B over a year end") << L{"20061231", "", "20070101", ""} << "B1";
-        QTest::newRow("C1") << L{"20060501", "", "20060503", ""} << "C1";
-        QTest::newRow("C backwards span") << L{"20060501", "", "20060430", ""} << "C1";
-        QTest::newRow("unreadable end date") << L{"20060501", "", "2006050", ""} << "";
-        QTest::newRow("impossible start date") << L{"20060230", "", "20060301", ""} << "";
+        QTest::newRow("A2") << QStringList{"20060501", "", "20060501", "17:00"} << "A2";
+        QTest::newRow("A3") << QStringList{"20060501", "09:00", "20060501", ""} << "A3";
+        QTest::newRow("A4") << QStringList{"20060501", "09:00", "20060501", "10:00"} << "A4";
+        QTest::newRow("A4 end before start") << QStringList{"20060501", "10:00", "20060501", "09:00"} << "A4";
+        QTest::newRow("no dates at all") << QStringList{"", "", "", ""} << "A1";
+        QTest::newRow("T ignores a start time") << QStringList{"", "09:00", "20060501", ""} << "T1";
+        QTest::newRow("D1") << QStringList{"20060501", "", "", ""} << "D1";
+        QTest::newRow("B over a year end") << QStringList{"20061231", "", "20070101", ""} << "B1";
+        QTest::newRow("C1") << QStringList{"20060501", "", "20060503", ""} << "C1";
+        QTest::newRow("C backwards span") << QStringList{"20060501", "", "20060430", ""} << "C1";
+        QTest::newRow("unreadable end date") << QStringList{"20060501", "", "2006050", ""} << "";
+        QTest::newRow("impossible start date") << QStringList{"20060230", "", "20060301", ""} << "";
         // clang-format on
     }
     void kindCode()
@@ -379,59 +372,55 @@ private slots:
     {
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<QDate>("date");
-        using L = QStringList;
         // clang-format off
-        QTest::newRow("empty is the no-date value") << L{""} << QDate(100, 1, 1);
-        QTest::newRow("plain") << L{"20060501"} << QDate(2006, 5, 1);
-        QTest::newRow("no leap day") << L{"20060229"} << QDate();
-        QTest::newRow("a sign inside") << L{"2006+501"} << QDate();
-        QTest::newRow("day-off 2/29 in a leap year") << L{"2008", "2", "29"} << QDate(2008, 2, 29);
-        QTest::newRow("day-off 2/29 in a plain year") << L{"2006", "2", "29"} << QDate();
-        QTest::newRow("day-off huge month") << L{"2006", "4294967297", "1"} << QDate();
-        QTest::newRow("day-off negative day") << L{"2006", "5", "-3"} << QDate();
+        QTest::newRow("empty is the no-date value") << QStringList{""} << QDate(100, 1, 1);
+        QTest::newRow("plain") << QStringList{"20060501"} << QDate(2006, 5, 1);
+        QTest::newRow("no leap day") << QStringList{"20060229"} << QDate();
+        QTest::newRow("a sign inside") << QStringList{"2006+501"} << QDate();
+        QTest::newRow("day-off 2/29 in a leap year") << QStringList{"2008", "2", "29"} << QDate(2008, 2, 29);
+        QTest::newRow("day-off 2/29 in a plain year") << QStringList{"2006", "2", "29"} << QDate();
+        QTest::newRow("day-off huge month") << QStringList{"2006", "4294967297", "1"} << QDate();
+        QTest::newRow("day-off negative day") << QStringList{"2006", "5", "-3"} << QDate();
         // clang-format on
     }
     void dates()
     {
         QFETCH(QStringList, args);
         QFETCH(QDate, date);
-        const QDate result = args.size() == 1
-                                 ? StoredDateToDate(args.at(0))
-                                 : DayOffDate(args.at(0).toInt(), args.at(1).toLongLong(), args.at(2).toLongLong());
-        QCOMPARE(result, date);
+        QCOMPARE(args.size() == 1 ? StoredDateToDate(args[0])
+                                  : DayOffDate(args[0].toInt(), args[1].toLongLong(), args[2].toLongLong()),
+                 date);
     }
 
-    // One-day and open-ended entries on their day and on others; spans on their start, middle
-    // and end day; tasks on their deadline, done or not. An entry is its span, kind and
-    // completion. The panel's own table shows A3, A4, T1 and T2 on their day.
+    // Entries on their days and others; an entry is its span, kind and completion. The panel's
+    // own table shows A3, A4, T1 and T2 on their day.
     void entryLineText_data()
     {
         QTest::addColumn<QDate>("day");
         QTest::addColumn<QStringList>("entry");
         QTest::addColumn<QString>("text");
-        using L = QStringList;
         // clang-format off
-        QTest::newRow("A1") << QDate(2006, 5, 1) << L{"20060501", "", "20060501", "", "A1", ""} << "";
-        QTest::newRow("A2") << QDate(2006, 5, 1) << L{"20060501", "", "20060501", "17:00", "A2", ""} << "      - 17:00";
-        QTest::newRow("A5") << QDate(2006, 5, 1) << L{"20060501", "10:00", "20060501", "10:00", "A5", ""} << "10:00";
-        QTest::newRow("A4 midnight") << QDate(2006, 5, 1) << L{"20060501", "00:00", "20060501", "00:30", "A4", ""} << " 0:00 -  0:30";
-        QTest::newRow("D4") << QDate(2006, 5, 1) << L{"20060501", "10:00", "", "11:00", "D4", ""} << "10:00 - 11:00";
-        QTest::newRow("A4 next day") << QDate(2006, 5, 2) << L{"20060501", "09:00", "20060501", "10:30", "A4", ""} << "";
-        QTest::newRow("D3 day before") << QDate(2006, 4, 30) << L{"20060501", "21:00", "", "", "D3", ""} << "";
-        QTest::newRow("B1 end") << QDate(2006, 5, 2) << L{"20060501", "", "20060502", "", "B1", ""} << " 5/ 1 -> 5/ 2";
-        QTest::newRow("B2 end") << QDate(2006, 5, 2) << L{"20060501", "", "20060502", "17:00", "B2", ""} << " 5/ 1 ->17:00";
-        QTest::newRow("B3 start") << QDate(2006, 5, 1) << L{"20060501", "23:00", "20060502", "", "B3", ""} << "23:00 -  5/ 2";
-        QTest::newRow("B4 end") << QDate(2006, 5, 2) << L{"20060501", "23:00", "20060502", "01:00", "B4", ""} << " 5/ 1 -> 1:00";
-        QTest::newRow("B4 day after") << QDate(2006, 5, 3) << L{"20060501", "23:00", "20060502", "01:00", "B4", ""} << "";
-        QTest::newRow("C3 start") << QDate(2006, 5, 1) << L{"20060501", "09:30", "20060503", "", "C3", ""} << " 9:30 -  5/ 3";
-        QTest::newRow("C4 end") << QDate(2006, 5, 3) << L{"20060501", "09:30", "20060503", "08:00", "C4", ""} << " 5/ 1 -> 8:00";
-        QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << L{"20061228", "", "20070103", "", "C1", ""} << "12/28 -> 1/ 3";
-        QTest::newRow("backwards span, start day") << QDate(2006, 5, 1) << L{"20060501", "", "20060430", "", "C1", ""} << " 5/ 1 -  4/30";
-        QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << L{"20060501", "", "20060430", "", "C1", ""} << "";
-        QTest::newRow("T2 done") << QDate(2006, 5, 1) << L{"", "", "20060501", "09:00", "T2", "1"} << "      -> 9:00";
-        QTest::newRow("T1 other day") << QDate(2006, 5, 2) << L{"", "", "20060501", "", "T1", "0"} << "";
-        QTest::newRow("unknown kind") << QDate(2006, 5, 1) << L{"20060501", "09:00", "20060501", "", "Z3", ""} << "";
-        QTest::newRow("invalid day, no start") << QDate() << L{"", "09:00", "", "", "A3", ""} << "";
+        QTest::newRow("A1") << QDate(2006, 5, 1) << QStringList{"20060501", "", "20060501", "", "A1", ""} << "";
+        QTest::newRow("A2") << QDate(2006, 5, 1) << QStringList{"20060501", "", "20060501", "17:00", "A2", ""} << "      - 17:00";
+        QTest::newRow("A5") << QDate(2006, 5, 1) << QStringList{"20060501", "10:00", "20060501", "10:00", "A5", ""} << "10:00";
+        QTest::newRow("A4 midnight") << QDate(2006, 5, 1) << QStringList{"20060501", "00:00", "20060501", "00:30", "A4", ""} << " 0:00 -  0:30";
+        QTest::newRow("D4") << QDate(2006, 5, 1) << QStringList{"20060501", "10:00", "", "11:00", "D4", ""} << "10:00 - 11:00";
+        QTest::newRow("A4 next day") << QDate(2006, 5, 2) << QStringList{"20060501", "09:00", "20060501", "10:30", "A4", ""} << "";
+        QTest::newRow("D3 day before") << QDate(2006, 4, 30) << QStringList{"20060501", "21:00", "", "", "D3", ""} << "";
+        QTest::newRow("B1 end") << QDate(2006, 5, 2) << QStringList{"20060501", "", "20060502", "", "B1", ""} << " 5/ 1 -> 5/ 2";
+        QTest::newRow("B2 end") << QDate(2006, 5, 2) << QStringList{"20060501", "", "20060502", "17:00", "B2", ""} << " 5/ 1 ->17:00";
+        QTest::newRow("B3 start") << QDate(2006, 5, 1) << QStringList{"20060501", "23:00", "20060502", "", "B3", ""} << "23:00 -  5/ 2";
+        QTest::newRow("B4 end") << QDate(2006, 5, 2) << QStringList{"20060501", "23:00", "20060502", "01:00", "B4", ""} << " 5/ 1 -> 1:00";
+        QTest::newRow("B4 day after") << QDate(2006, 5, 3) << QStringList{"20060501", "23:00", "20060502", "01:00", "B4", ""} << "";
+        QTest::newRow("C3 start") << QDate(2006, 5, 1) << QStringList{"20060501", "09:30", "20060503", "", "C3", ""} << " 9:30 -  5/ 3";
+        QTest::newRow("C4 end") << QDate(2006, 5, 3) << QStringList{"20060501", "09:30", "20060503", "08:00", "C4", ""} << " 5/ 1 -> 8:00";
+        QTest::newRow("C1 over a year end") << QDate(2007, 1, 1) << QStringList{"20061228", "", "20070103", "", "C1", ""} << "12/28 -> 1/ 3";
+        QTest::newRow("backwards span, start day") << QDate(2006, 5, 1) << QStringList{"20060501", "", "20060430", "", "C1", ""} << " 5/ 1 -  4/30";
+        QTest::newRow("backwards span, end day") << QDate(2006, 4, 30) << QStringList{"20060501", "", "20060430", "", "C1", ""} << "";
+        QTest::newRow("T2 done") << QDate(2006, 5, 1) << QStringList{"", "", "20060501", "09:00", "T2", "1"} << "      -> 9:00";
+        QTest::newRow("T1 other day") << QDate(2006, 5, 2) << QStringList{"", "", "20060501", "", "T1", "0"} << "";
+        QTest::newRow("unknown kind") << QDate(2006, 5, 1) << QStringList{"20060501", "09:00", "20060501", "", "Z3", ""} << "";
+        QTest::newRow("invalid day, no start") << QDate() << QStringList{"", "09:00", "", "", "A3", ""} << "";
         // clang-format on
     }
     void entryLineText()
@@ -439,8 +428,7 @@ private slots:
         QFETCH(QDate, day);
         QFETCH(QStringList, entry);
         QFETCH(QString, text);
-        QCOMPARE(EntryLineText(day, entry.at(0), entry.at(1), entry.at(2), entry.at(3), entry.at(4), entry.at(5)),
-                 text);
+        QCOMPARE(EntryLineText(day, entry[0], entry[1], entry[2], entry[3], entry[4], entry[5]), text);
     }
 
     // The window throughout: the grid of May 2006, 2006/04/30 to 2006/06/10.
@@ -522,15 +510,15 @@ private slots:
     void linkLabelHoverAndClick()
     {
         QWidget window;
-        auto* first = new QLabel(QStringLiteral("カレンダー"), &window);
-        auto* second = new QLabel(QStringLiteral("分類の編集"), &window);
+        auto* first = new QLabel("カレンダー", &window);
+        auto* second = new QLabel("分類の編集", &window);
         second->move(0, 40);
         int firstClicks = 0;
         auto* links = new LinkLabelGroup(&window);
         links->add(first, [&] { ++firstClicks; });
         links->add(second, nullptr);
-        const auto looks = [](QLabel* label) {
-            return qMakePair(label->palette().color(QPalette::WindowText), label->font().underline());
+        const auto looks = [](QLabel* l) {
+            return qMakePair(l->palette().color(QPalette::WindowText), l->font().underline());
         };
         const auto atRest = qMakePair(LinkLabelGroup::restColor(), false);
         // At rest before the pointer ever came near (showing may put the pointer over one).
