@@ -39,8 +39,8 @@ struct Editor
     std::unique_ptr<EntryEditorDialog> dialog;
 };
 
-// Classes 営業 (3) and 病院 (7), listed the other way round; schedules 5 and 6 (its class gone); tasks 8 (open, no
-// deadline) and 10 (done). Columns an editor does not own hold odd values it must keep.
+// Classes 営業 (3) and 病院 (7), sorted against their IDs; schedules 5 and 6 (its class gone);
+// tasks 8 (open, no deadline) and 10 (done). Columns an editor does not own hold odd values it must keep.
 void Seed(DatabaseConnection& db)
 {
     StoreClass(db, 3, "営業", 2);
