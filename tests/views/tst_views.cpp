@@ -7,27 +7,20 @@
 #include "views/FrmList.h"
 #include "views/ListGridModel.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMenu>
-#include <QTableView>
-#include <QTimer>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
 StoredEntry Schedule(int id, const QString& start, const QString& startTm, const QString& end)
 {
-    return Entry(id, KindCode(start, startTm, end, QString()), start, startTm, end, QString(), QStringLiteral("予定"));
+    return Entry(id, KindCode(start, startTm, end, {}), start, startTm, end, {}, "予定");
 }
 
 StoredEntry Task(int id, const QString& deadline, const char* completion, int priority)
 {
-    StoredEntry task =
-        Entry(id, QStringLiteral("T1"), QString(), QString(), deadline, QString(), QStringLiteral("仕事"));
-    task.completion = QLatin1String(completion);
+    StoredEntry task = Entry(id, "T1", {}, {}, deadline, {}, "仕事");
+    task.completion = completion;
     task.priority = priority;
     return task;
 }
@@ -80,6 +73,12 @@ struct ListFixture
     }
 };
 
+// The box's date (none opens on today), the title, the choice made once the picker is browsed
+// to 2027/01, and then DatePicked and the date handed back.
+using PickRow = std::tuple<QDate, QString, QString, bool, QDate>;
+// CmbSelect's index, the range's boxes, the IDs listed, the message shown.
+using ListRow = std::tuple<int, QString, QString, QList<qint64>, QString>;
+
 } // namespace
 
 class TestViews final : public QObject
@@ -89,26 +88,18 @@ class TestViews final : public QObject
 private slots:
     void datePicker_data()
     {
-        QTest::addColumn<QDate>("given"); // the box's date; none opens on today
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("how");
-        QTest::addColumn<bool>("picked");
-        QTest::addColumn<QDate>("date");
-        // Each picker is browsed to 2027/01 before the choice.
+        QTest::addColumn<PickRow>("row");
         // clang-format off
-        QTest::newRow("a day of the next month") << QDate(2026, 12, 10) << "2026/12/10 (木)" << "click" << true << QDate(2027, 1, 2);
-        QTest::newRow("today link, empty box") << QDate() << "2026/11/22 (日)" << "today" << true << QDate(2026, 11, 22);
-        QTest::newRow("cancel") << QDate(2027, 2, 14) << "2027/2/14 (日)" << "cancel" << false << QDate(2027, 2, 14);
-        QTest::newRow("escape") << QDate(2026, 12, 10) << "2026/12/10 (木)" << "escape" << false << QDate(2026, 12, 10);
+        QTest::newRow("a day of the next month") << PickRow{QDate(2026, 12, 10), "2026/12/10 (木)", "click", true, QDate(2027, 1, 2)};
+        QTest::newRow("today link, empty box") << PickRow{QDate(), "2026/11/22 (日)", "today", true, QDate(2026, 11, 22)};
+        QTest::newRow("cancel") << PickRow{QDate(2027, 2, 14), "2027/2/14 (日)", "cancel", false, QDate(2027, 2, 14)};
+        QTest::newRow("escape") << PickRow{QDate(2026, 12, 10), "2026/12/10 (木)", "escape", false, QDate(2026, 12, 10)};
         // clang-format on
     }
     void datePicker()
     {
-        QFETCH(QDate, given);
-        QFETCH(QString, title);
-        QFETCH(QString, how);
-        QFETCH(bool, picked);
-        QFETCH(QDate, date);
+        QFETCH(PickRow, row);
+        const auto& [given, title, how, picked, date] = row;
         TestEnvironment env;
         SetGeneral(env.db(), 302, {{"DATAN1", 2}});
         SetGeneral(env.db(), 301, {{"DATAN1", 80603}});
@@ -124,19 +115,19 @@ private slots:
         QCOMPARE(calendar->CurrentDate(), given.isValid() ? given : QDate(2026, 11, 22));
         QVERIFY(!handOver.DatePicked);
         QCOMPARE(picker.windowTitle(), title);
-        QCOMPARE(Shown(&picker, "LabToday"), QStringLiteral("Today : 2026/11/22 (日)"));
+        QCOMPARE(Shown(&picker, "LabToday"), "Today : 2026/11/22 (日)");
         // The stored calendar design: Monday first, "yyyy / m", the selected day's colour.
         QCOMPARE(calendar->FirstShownDate().dayOfWeek(), 1);
-        QCOMPARE(calendar->titleText(), calendar->CurrentDate().toString(QStringLiteral("yyyy / M")));
+        QCOMPARE(calendar->titleText(), calendar->CurrentDate().toString("yyyy / M"));
         QCOMPARE(calendar->spotDesign(80).back, QColor(0x99, 0x66, 0x33));
         picker.show();
         QVERIFY(QTest::qWaitForWindowExposed(&picker));
         calendar->setCurrentDate(QDate(2027, 1, 20));
-        if (how == QLatin1String("click"))
+        if (how == "click")
             QTest::mouseClick(calendar, Qt::LeftButton, Qt::NoModifier, calendar->dayRect(date).center());
-        else if (how == QLatin1String("today"))
+        else if (how == "today")
             QTest::mouseClick(Control(&picker, "LabToday"), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
-        else if (how == QLatin1String("cancel"))
+        else if (how == "cancel")
             Click(&picker, "ComCancel");
         else
             QTest::keyClick(&picker, Qt::Key_Escape);
@@ -159,38 +150,31 @@ private slots:
 
     void listsWhatTheChoiceAndRangeTake_data()
     {
-        QTest::addColumn<int>("choice");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QList<qint64>>("ids");
-        QTest::addColumn<QString>("message");
+        QTest::addColumn<ListRow>("row");
         // clang-format off
-        QTest::newRow("both kinds in May") << 0 << "2006/05/01" << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4} << "";
-        QTest::newRow("schedules in May") << 1 << "2006/05/01" << "2006/05/31" << QList<qint64>{6, 5, 1, 4} << "";
-        QTest::newRow("open tasks in May") << 2 << "2006/05/01" << "2006/05/31" << QList<qint64>{8} << "";
-        QTest::newRow("done tasks ignore the range") << 3 << "2006/05/01" << "2006/05/31" << QList<qint64>{9, 10} << "";
-        QTest::newRow("from May on") << 0 << "2006/05/01" << "" << QList<qint64>{8, 11, 6, 5, 1, 4, 2} << "";
-        QTest::newRow("up to 30 April") << 1 << "" << "2006/04/30" << QList<qint64>{7, 6, 3, 5} << "";
-        QTest::newRow("both boxes empty") << 0 << "" << "" << QList<qint64>{8, 11, 7, 6, 3, 5, 1, 4, 2} << "";
-        QTest::newRow("a range that is backwards") << 0 << "2006/05/31" << "2006/05/01" << QList<qint64>{} << "";
-        QTest::newRow("short form") << 0 << "2006/5/10" << "2006/05/31" << QList<qint64>{8, 4} << "";
-        QTest::newRow("no such day keeps the grid") << 0 << "2006/02/30" << "2006/05/31" << QList<qint64>{8, 6, 5, 1, 4} << "日付を正しく入力してください";
+        QTest::newRow("both kinds in May") << ListRow{0, "2006/05/01", "2006/05/31", QList<qint64>{8, 6, 5, 1, 4}, ""};
+        QTest::newRow("schedules in May") << ListRow{1, "2006/05/01", "2006/05/31", QList<qint64>{6, 5, 1, 4}, ""};
+        QTest::newRow("open tasks in May") << ListRow{2, "2006/05/01", "2006/05/31", QList<qint64>{8}, ""};
+        QTest::newRow("done tasks ignore the range") << ListRow{3, "2006/05/01", "2006/05/31", QList<qint64>{9, 10}, ""};
+        QTest::newRow("from May on") << ListRow{0, "2006/05/01", "", QList<qint64>{8, 11, 6, 5, 1, 4, 2}, ""};
+        QTest::newRow("up to 30 April") << ListRow{1, "", "2006/04/30", QList<qint64>{7, 6, 3, 5}, ""};
+        QTest::newRow("both boxes empty") << ListRow{0, "", "", QList<qint64>{8, 11, 7, 6, 3, 5, 1, 4, 2}, ""};
+        QTest::newRow("a range that is backwards") << ListRow{0, "2006/05/31", "2006/05/01", QList<qint64>{}, ""};
+        QTest::newRow("short form") << ListRow{0, "2006/5/10", "2006/05/31", QList<qint64>{8, 4}, ""};
+        QTest::newRow("no such day keeps the grid") << ListRow{0, "2006/02/30", "2006/05/31", QList<qint64>{8, 6, 5, 1, 4}, "日付を正しく入力してください"};
         // clang-format on
     }
     void listsWhatTheChoiceAndRangeTake()
     {
-        QFETCH(int, choice);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QList<qint64>, ids);
-        QFETCH(QString, message);
+        QFETCH(ListRow, row);
+        const auto& [choice, from, to, ids, message] = row;
         ListFixture fixture;
         FrmList list(fixture.env.services, fixture.handOver);
         SetRange(list, from, to);
         Control<QComboBox>(&list, "CmbSelect")->setCurrentIndex(choice);
         QCOMPARE(ListedIds(list), ids);
         // The short form is written out in full; a day that does not exist stays for mending.
-        QCOMPARE(Shown(&list, "TxtFrom"), from == QLatin1String("2006/5/10") ? QStringLiteral("2006/05/10") : from);
+        QCOMPARE(Shown(&list, "TxtFrom"), from == "2006/5/10" ? "2006/05/10" : from);
         QCOMPARE(fixture.env.prompter.texts(), message.isEmpty() ? QStringList() : QStringList{message});
         // Only the done tasks ignore the range, and then its boxes cannot be used.
         QCOMPARE(Control<QLineEdit>(&list, "TxtFrom")->isEnabled(), choice != 3);
@@ -202,8 +186,8 @@ private slots:
     void workingTheList()
     {
         ListFixture fixture;
-        StoreClass(fixture.env.db(), 4, QStringLiteral("会社"));
-        fixture.env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET CLASS = 4 WHERE ID IN (5, 8)"));
+        StoreClass(fixture.env.db(), 4, "会社");
+        fixture.env.db().ExecuteSql("UPDATE TRNSCHTSK SET CLASS = 4 WHERE ID IN (5, 8)");
         FrmList list(fixture.env.services, fixture.handOver);
         list.show();
         QVERIFY(QTest::qWaitForWindowExposed(&list));
@@ -228,12 +212,12 @@ private slots:
             QTimer::singleShot(50, &list, [&] {
                 if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
                     popped = menu->objectName();
-                    canEdit = menu->findChild<QAction*>(QStringLiteral("MnuUpdate"))->isEnabled();
+                    canEdit = Control<QAction>(menu, "MnuUpdate")->isEnabled();
                     menu->close();
                 }
             });
             QTest::mouseClick(grid->viewport(), Qt::RightButton, Qt::NoModifier, point);
-            QCOMPARE(popped, QStringLiteral("MnuAction"));
+            QCOMPARE(popped, "MnuAction");
             QCOMPARE(grid->currentIndex().row(), 2);
             QCOMPARE(canEdit, editable);
         }
@@ -249,7 +233,7 @@ private slots:
             const qint64 id = index.data(ListGridModel::IdRole).toLongLong();
             const int changesBefore = fixture.changes;
             ModalAnswer answer([save = save](QWidget* dialog) {
-                Control<QLineEdit>(dialog, "TxtYouken")->setText(QStringLiteral("打ち合わせ"));
+                Type(dialog, "TxtYouken", "打ち合わせ");
                 Click(dialog, save ? "ComOK" : "ComCancel");
             });
             const QRect cell = grid->visualRect(index);
@@ -293,25 +277,24 @@ private slots:
         QTest::mouseClick(Control<QWidget>(&list, "LabEndDate"), Qt::LeftButton);
         QCOMPARE(fixture.env.datePicker.requests.size(), 1);
         QCOMPARE(fixture.env.datePicker.requests.front().PickedDate, QDate(2006, 5, 31));
-        QCOMPARE(Shown(&list, "TxtTo"), QStringLiteral("2006/05/04"));
+        QCOMPARE(Shown(&list, "TxtTo"), "2006/05/04");
         QCOMPARE(ListedIds(list), QList<qint64>({6, 5}));
 
         // A new schedule starts today; inside the range shown it is listed at once, and its
         // sticky note is handed over.
-        SetRange(list, QStringLiteral("2026/11/01"), QStringLiteral("2026/11/30"));
+        SetRange(list, "2026/11/01", "2026/11/30");
         QCOMPARE(list.model()->rowCount(), 0);
         fixture.env.random.values = {0.5};
         const int changesBefore = fixture.changes;
         ModalAnswer answer([](QWidget* dialog) {
-            Control<QLineEdit>(dialog, "TxtYouken")->setText(QStringLiteral("歯医者"));
-            Control<QCheckBox>(dialog, "ChkPost")->setChecked(true);
+            TypeAll(dialog, {"TxtYouken=歯医者", "ChkPost=1"});
             Click(dialog, "ComOK");
         });
-        list.actionMenu()->findChild<QAction*>(QStringLiteral("MnuSchedule"))->trigger();
+        Control<QAction>(list.actionMenu(), "MnuSchedule")->trigger();
         QCOMPARE(list.model()->rowCount(), 1);
-        QCOMPARE(list.model()->cellText(0, ListGridModel::StartDate), QStringLiteral("2026/11/22"));
+        QCOMPARE(list.model()->cellText(0, ListGridModel::StartDate), "2026/11/22");
         QCOMPARE(fixture.notes.size(), 1);
-        QVERIFY2(fixture.notes.front().contains(QStringLiteral("歯医者")), qPrintable(fixture.notes.front()));
+        QVERIFY2(fixture.notes.front().contains("歯医者"), qPrintable(fixture.notes.front()));
         QCOMPARE(fixture.changes, changesBefore + 1);
     }
 };
