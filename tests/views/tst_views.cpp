@@ -70,11 +70,9 @@ private slots:
         const auto& [given, title, how, picked, date] = row;
         TestEnvironment env;
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1 WHERE CODE = 80").arg(0x00336699));
-        DatePickHandOver handOver;
-        handOver.PickedDate = given;
-        handOver.DatePicked = true; // stale from an earlier use: the picker starts from "nothing picked"
-        handOver.PickerLeft = 1500;
-        handOver.PickerTop = 3000;
+        // DatePicked is stale from an earlier use: the picker starts from "nothing picked". Top
+        // 3000 and left 1500 twips.
+        DatePickHandOver handOver{given, true, 3000, 1500};
         FrmDate picker(env.services, handOver);
         HalvernCalendar* calendar = picker.calendar();
         QCOMPARE(picker.pos(), QPoint(100, 200)); // twips at 96 dpi
