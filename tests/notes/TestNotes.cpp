@@ -40,8 +40,7 @@ private slots:
         TestEnvironment env;
         StickyNotes notes(env.services);
         const QString text = "it's Tom's ''quoted'' note' x'; DELETE FROM TRNGENERAL; --\n" + QString(9941, u'予');
-        QList<FrmPost*> open{OpenStickyNote(notes, QString(), 4, 1500, 750)};
-        Type(open[0], "TxtPost", text);
+        QList<FrmPost*> open{OpenStickyNote(notes, text, 4, 1500, 750)};
         QTRY_VERIFY_WITH_TIMEOUT(!notes.hasPendingChanges(), SaveWaitMs);
         QCOMPARE(NoteRow(env, 1), "1|1|4|1500|750|" + text);
 
