@@ -375,8 +375,6 @@ private slots:
         QCOMPARE(env.hotKeys.registered.values(), QList<FakeHotKeyBackend::Combination>({{76, 3}}));
         HalvernCalendar& calendar = *main->calendar();
         calendar.setCurrentDate(QDate(2027, 3, 9));
-        QCOMPARE(calendar.titleText(), "2027年3月");
-        QCOMPARE(calendar.weekdayHeaders().value(0), "日");
         QVERIFY(!calendar.holidayName(QDate(2027, 3, 21)).isEmpty());
 
         // The keys are released while the dialog is up, and the new ones taken after OK.
