@@ -36,10 +36,8 @@ QList<qint64> ListedIds(FrmList& list)
 void SetRange(FrmList& list, const QString& from, const QString& to)
 {
     for (const auto& [name, text] : {std::pair{"TxtTo", to}, std::pair{"TxtFrom", from}}) {
-        auto* box = Control<QLineEdit>(&list, name);
-        FocusIn(box);
-        box->setText(text);
-        FocusOut(box);
+        Control<QLineEdit>(&list, name)->setText(text);
+        FocusOut(Control(&list, name));
     }
 }
 
@@ -70,8 +68,7 @@ private slots:
         const auto& [given, title, how, picked, date] = row;
         TestEnvironment env;
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET BACKCOLOR = %1 WHERE CODE = 80").arg(0x00336699));
-        // DatePicked is stale from an earlier use: the picker starts from "nothing picked". Top
-        // 3000 and left 1500 twips.
+        // DatePicked stale from an earlier use, to be reset; top 3000 and left 1500 twips.
         DatePickHandOver handOver{given, true, 3000, 1500};
         FrmDate picker(env.services, handOver);
         HalvernCalendar* calendar = picker.calendar();
@@ -103,8 +100,6 @@ private slots:
     void workingTheList()
     {
         TestEnvironment env;
-        // Spans that start before May, end in it, lie wholly outside it, and tasks open and done
-        // inside and outside it.
         for (const StoredEntry& entry : {
                  Schedule(1, "20060503", "", "20060503"),                    // one day in May
                  Schedule(2, "20060601", "", "20060601"),                    // one day in June
@@ -131,9 +126,8 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&list));
         auto* grid = Control<QTableView>(&list, "GrdGrid");
 
-        // CmbSelect's index and the range typed, then the IDs listed. The short form is written
-        // out in full; a day that does not exist stays for mending and keeps the grid. Only the
-        // done tasks ignore the range, and then its boxes cannot be used.
+        // CmbSelect's index, the range typed, the IDs listed. A short date is written out in full, a
+        // day that does not exist stays for mending; only done tasks ignore (and grey) the range.
         // clang-format off
         const QList<std::tuple<int, QString, QString, QList<qint64>>> choices = {
             {1, "2006/05/01", "2006/05/31", {6, 5, 1, 4}},
