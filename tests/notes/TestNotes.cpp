@@ -53,9 +53,8 @@ private slots:
         QCOMPARE(open[2]->pos(), QPoint(100, 0));
         QCOMPARE(open[3]->pos(), QPoint(0, 200));
         QVERIFY(open[4]->screen()->availableGeometry().contains(open[4]->frameGeometry()));
-        // Notes 2 to 10 have the colours -1 to 7: 0 to 6 as their menu entries name them, any
-        // other black; whatever the colour, the text stays dark on a light paper. Each entry of
-        // the menu then gives one of them its own colour.
+        // Notes 2 to 10 have colours -1 to 7 (outside 0 to 6: black), dark text on light paper;
+        // each menu entry then recolours one of them.
         for (int index = -1; index <= 7; ++index) {
             const QColor colour = Colours.value(index < 0 || index > 6 ? 0 : index).second;
             FrmPost* note = open[index + 2];
@@ -76,8 +75,7 @@ private slots:
         FrmPost* again = OpenStickyNote(notes, "in the gap", 3);
         QVERIFY(again && again->slot() == 7);
 
-        // A dialog holds its transaction while the user types: the note waits for its end, so
-        // that it neither commits the dialog's work nor is rolled back with it.
+        // A note waits out a dialog's transaction: it must neither commit nor lose the dialog's work.
         env.db().BeginTrans();
         Type(open[0], "TxtPost", "typed while the dialog was up");
         QTest::qWait(SaveWaitMs);
@@ -118,8 +116,7 @@ private slots:
         QCOMPARE(env.count("TRNGENERAL", "CODE = 501 AND DATAS3 = '0'"), 28);
         QCOMPARE(env.count("MSTCLASS", "CLASS = 'dialog work'"), 0);
 
-        // The next start: the two notes take slots 1 and 2, and the rows follow them at once,
-        // so that a crash now brings back two notes, not four.
+        // Next start: the two notes take slots 1 and 2, their rows at once (a crash brings back two).
         env.services.state = AppState{};
         const std::unique_ptr<FrmMain> main = StartMainWindow(env);
         for (const auto& [slot, text, place] :
