@@ -59,6 +59,7 @@ bool RunMaintenance(TestEnvironment& env, const char* button, const QString& pat
 }
 
 const QByteArray HandMade = "[Desktop Entry]\nType=Application\nName=mine\nExec=/opt/my/verdaly --autostart\n";
+const QByteArray SessionOff = HandMade + "X-GNOME-Autostart-enabled=false\n";
 
 // The SETBCOLOR SETFONT SETFCOLOR flags, FBOLD FITALIC, the controls usable, the font shown.
 using SpotRow = std::tuple<QString, QString, QString, QString>;
@@ -86,14 +87,12 @@ private slots:
     {
         QTest::addColumn<SpotRow>("row");
         // The spot shown before (the title bar) has "IPAGothic", bold, size 14.
-        // clang-format off
         QTest::newRow("everything, plain") << SpotRow{"111", "00", "11|11111|11", "Mincho"};
         QTest::newRow("italic") << SpotRow{"111", "01", "11|11111|11", "Mincho - 斜体"};
         QTest::newRow("bold italic") << SpotRow{"111", "11", "11|11111|11", "Mincho - 太字 斜体"};
         QTest::newRow("text colour only") << SpotRow{"001", "00", "00|00000|11", "IPAGothic - 太字"};
         QTest::newRow("background only") << SpotRow{"100", "11", "11|00000|00", "IPAGothic - 太字"};
         QTest::newRow("nothing, flags not 1") << SpotRow{"2 0", "00", "00|00000|00", "IPAGothic - 太字"};
-        // clang-format on
     }
     void spotOffersWhatItHas()
     {
@@ -422,15 +421,13 @@ private slots:
     void tickAndUntick_data()
     {
         QTest::addColumn<AutoStartRow>("row");
-        // clang-format off
         QTest::newRow("ticked, OK") << AutoStartRow{QByteArray(), "0", "ComOK", "ours"};
         QTest::newRow("ticked, cancelled") << AutoStartRow{QByteArray(), "0", "ComCancel", "none"};
         QTest::newRow("unticked, OK") << AutoStartRow{HandMade, "1", "ComOK", "none"};
-        QTest::newRow("entry hidden by the desktop shows unticked") << AutoStartRow{HandMade + "Hidden=true\n", "0", "", "="};
-        QTest::newRow("entry switched off by the session, ticked again") << AutoStartRow{HandMade + "X-GNOME-Autostart-enabled=false\n", "0", "ComOK", "ours"};
+        QTest::newRow("hidden by the desktop: unticked") << AutoStartRow{HandMade + "Hidden=true\n", "0", "", "="};
+        QTest::newRow("switched off by the session, ticked again") << AutoStartRow{SessionOff, "0", "ComOK", "ours"};
         QTest::newRow("entry edited by hand, box untouched") << AutoStartRow{HandMade, "1", "", "="};
         QTest::newRow("folder cannot be made") << AutoStartRow{QByteArray("folder?"), "0", "ComOK", "refused"};
-        // clang-format on
     }
     void tickAndUntick()
     {
@@ -539,7 +536,6 @@ private slots:
     void liveDataLeftAlone_data()
     {
         QTest::addColumn<FileRow>("row");
-        // clang-format off
         QTest::newRow("backup question") << FileRow{"ComBackup", false, "x.bdc"};
         QTest::newRow("backup picker") << FileRow{"ComBackup", true, ""};
         QTest::newRow("restore question") << FileRow{"ComReg", false, "copy"};
@@ -548,7 +544,6 @@ private slots:
         QTest::newRow("database without TRNGENERAL") << FileRow{"ComReg", true, "foreign"};
         QTest::newRow("no version row") << FileRow{"ComReg", true, "unversioned"};
         QTest::newRow("backup cut to half") << FileRow{"ComReg", true, "truncated"};
-        // clang-format on
     }
     void liveDataLeftAlone()
     {

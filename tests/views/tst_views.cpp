@@ -207,12 +207,10 @@ private slots:
 
         // The Delete key asks first, Cancel being the answer to a hasty Enter; the next row
         // down is then ready for the next delete.
-        // clang-format off
         const QList<std::tuple<int, bool, QString, QList<qint64>, int>> deletes = {
             {3, false, "スケジュール : 打ち合わせ を削除してよろしいですか？", {8, 6, 5, 1, 4}, 2},
             {3, true, "スケジュール : 打ち合わせ を削除してよろしいですか？", {8, 6, 5, 4}, 3},
             {0, true, "タスク : 打ち合わせ を削除してよろしいですか？", {6, 5, 4}, 4}};
-        // clang-format on
         for (const auto& [row, confirm, question, left, changed] : deletes) {
             env.prompter.shown.clear();
             grid->setCurrentIndex(list.model()->index(row, 0));
