@@ -68,7 +68,7 @@ using OptionRow = std::tuple<QString, int, int, int>;
 // 314 (0 message box, anything else balloon), 316, and the sound controls usable.
 using SoundRow = std::tuple<int, bool, QString>;
 // Key, modifiers, field text, DATAN1|DATAN2 after OK, note ("": hidden), desktop ("held" K, "none").
-using KeyRow = std::tuple<int, int, QString, QString, QString, QString>;
+using KeyRow = std::tuple<Qt::Key, int, QString, QString, QString, QString>;
 // Entry before ("folder?": cannot be made), box shown, button, then "ours", "none", "=" or "refused".
 using AutoStartRow = std::tuple<QByteArray, QString, QString, QString>;
 // The button, the question's answer, the file picked ("": cancelled; a pattern; or made as named).
@@ -269,26 +269,23 @@ private slots:
     void hotKeyCapture_data()
     {
         QTest::addColumn<KeyRow>("row");
-        const int ctrl = Qt::ControlModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier,
-                  pad = Qt::KeypadModifier;
-        const QString ca = QStringLiteral("[Ctrl] + [Alt] + ");
+        const int ctrl = Qt::ControlModifier, alt = Qt::AltModifier, shift = Qt::ShiftModifier, both = ctrl | alt;
+        const QString ca = "[Ctrl] + [Alt] + ";
         // The list action holds Ctrl+Alt+Del.
-        // clang-format off
-        QTest::newRow("held by another program") << KeyRow{int(Qt::Key_K), (ctrl | alt), ca + "K", "75|6", "他のプログラム", "held"};
-        QTest::newRow("no hot keys on this desktop") << KeyRow{int(Qt::Key_K), (ctrl | alt), ca + "K", "75|6", "使用できません", "none"};
-        QTest::newRow("ctrl+K gains alt") << KeyRow{int(Qt::Key_K), ctrl, ca + "K", "75|6", "", ""};
-        QTest::newRow("shift+ctrl+K kept") << KeyRow{int(Qt::Key_K), (shift | ctrl), "[Shift] + [Ctrl] + K", "75|3", "", ""};
-        QTest::newRow("all three+Del") << KeyRow{int(Qt::Key_Delete), (shift | ctrl | alt), "[Shift] + [Ctrl] + [Alt] + Del", "46|7", "", ""};
-        QTest::newRow("same as another action") << KeyRow{int(Qt::Key_Delete), shift, ca + "Del", "46|6", "「スケジュール一覧」", ""};
-        QTest::newRow("keypad 0") << KeyRow{int(Qt::Key_0), (ctrl | alt | pad), ca + "Num0", "96|6", "", ""};
-        QTest::newRow("F16") << KeyRow{int(Qt::Key_F16), (ctrl | alt), ca + "F16", "127|6", "", ""};
-        QTest::newRow("F17 has no name") << KeyRow{int(Qt::Key_F17), (ctrl | alt), ca, "128|6", "", ""};
+        QTest::newRow("held elsewhere") << KeyRow{Qt::Key_K, both, ca + "K", "75|6", "他のプログラム", "held"};
+        QTest::newRow("no hot keys here") << KeyRow{Qt::Key_K, both, ca + "K", "75|6", "使用できません", "none"};
+        QTest::newRow("ctrl+K gains alt") << KeyRow{Qt::Key_K, ctrl, ca + "K", "75|6", "", ""};
+        QTest::newRow("shift+ctrl+K kept") << KeyRow{Qt::Key_K, shift | ctrl, "[Shift] + [Ctrl] + K", "75|3", "", ""};
+        QTest::newRow("all 3+Del") << KeyRow{Qt::Key_Delete, shift | both, "[Shift] + " + ca + "Del", "46|7", "", ""};
+        QTest::newRow("other action's") << KeyRow{Qt::Key_Delete, shift, ca + "Del", "46|6", "スケジュール一覧", ""};
+        QTest::newRow("keypad 0") << KeyRow{Qt::Key_0, both | Qt::KeypadModifier, ca + "Num0", "96|6", "", ""};
+        QTest::newRow("F16") << KeyRow{Qt::Key_F16, both, ca + "F16", "127|6", "", ""};
+        QTest::newRow("F17 has no name") << KeyRow{Qt::Key_F17, both, ca, "128|6", "", ""};
         // Keys the dialog would otherwise act on belong to the field while it has the focus.
-        QTest::newRow("Esc does not cancel") << KeyRow{int(Qt::Key_Escape), 0, ca + "Esc", "27|6", "", ""};
-        QTest::newRow("Return does not press OK") << KeyRow{int(Qt::Key_Return), 0, ca + "Enter", "13|6", "", ""};
-        QTest::newRow("ctrl alone, the stored key kept") << KeyRow{int(Qt::Key_Control), ctrl, "[Shift] + [Ctrl] + K", "75|3", "", ""};
-        QTest::newRow("Delete clears") << KeyRow{int(Qt::Key_Delete), 0, "", "0|0", "", ""};
-        // clang-format on
+        QTest::newRow("Esc does not cancel") << KeyRow{Qt::Key_Escape, 0, ca + "Esc", "27|6", "", ""};
+        QTest::newRow("Return does not press OK") << KeyRow{Qt::Key_Return, 0, ca + "Enter", "13|6", "", ""};
+        QTest::newRow("ctrl alone keeps K") << KeyRow{Qt::Key_Control, ctrl, "[Shift] + [Ctrl] + K", "75|3", "", ""};
+        QTest::newRow("Delete clears") << KeyRow{Qt::Key_Delete, 0, "", "0|0", "", ""};
     }
     void hotKeyCapture()
     {
@@ -309,7 +306,7 @@ private slots:
         Control<QComboBox>(&dialog, "CmbHotKey")->setCurrentIndex(1);
         auto* field = Control<QLineEdit>(&dialog, "TxtHotKey");
         field->setFocus();
-        QTest::keyClick(field, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QTest::keyClick(field, key, Qt::KeyboardModifiers(modifiers));
         QCOMPARE(field->text(), shown);
         QVERIFY(dialog.isVisible());
         auto* noteLabel = Control<QLabel>(&dialog, "LabHotKeyNote");
