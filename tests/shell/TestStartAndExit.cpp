@@ -16,6 +16,22 @@
 #include <csignal>
 #include <sys/resource.h>
 
+namespace {
+// One run: DATAN1 of 311 (-1: no row); whether a tray ever comes; started at login; the window
+// shown "at once", "later" or "never"; how it is closed; "exited", "in the tray" or "minimised"
+// after that; whether a restore ended the run.
+struct RunRow
+{
+    int resident;
+    bool tray, autostarted;
+    QString shown;
+    UnloadMode closedBy;
+    QString after;
+    bool restoreDone;
+};
+} // namespace
+Q_DECLARE_METATYPE(RunRow)
+
 class TestStartAndExit final : public QObject
 {
     Q_OBJECT
@@ -108,11 +124,11 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<bool>("databaseBesideProgram");
-        QTest::addColumn<QString>("expected"); // "ARG", "EXE" or "USER"
+        QTest::addColumn<QString>("expected"); // under the temporary folder; "" the user's data folder
         // clang-format off
-        QTest::newRow("given folder beats a portable install") << QStringList{"--data-dir", "ARG"} << true << "ARG";
-        QTest::newRow("portable install") << QStringList{} << true << "EXE";
-        QTest::newRow("dangling option") << QStringList{"--data-dir"} << false << "USER";
+        QTest::newRow("given folder beats a portable install") << QStringList{"--data-dir", "given/nested"} << true << "given/nested";
+        QTest::newRow("portable install") << QStringList{} << true << "bin";
+        QTest::newRow("dangling option") << QStringList{"--data-dir"} << false << "";
         // clang-format on
     }
     void dataFolder()
@@ -122,20 +138,15 @@ private slots:
         QFETCH(QString, expected);
         QStandardPaths::setTestModeEnabled(true);
         QTemporaryDir dir;
-        const QString exeDir = dir.filePath(QStringLiteral("bin"));
-        const QString argDir = dir.filePath(QStringLiteral("given/nested"));
-        QDir().mkpath(exeDir);
+        QDir().mkpath(dir.filePath(QStringLiteral("bin")));
         if (databaseBesideProgram)
-            QVERIFY(WriteFile(QDir(exeDir).filePath(QStringLiteral("QMCalendar.mdb")), QByteArray()));
+            QVERIFY(WriteFile(dir.filePath(QStringLiteral("bin/QMCalendar.mdb")), QByteArray()));
         QStringList args{QStringLiteral("verdaly")};
         for (const QString& a : arguments)
-            args << QString(a).replace(QStringLiteral("ARG"), argDir);
-        const QString resolved = ResolveDataDir(args, exeDir);
-        const QString want = expected == QStringLiteral("ARG") ? argDir
-                             : expected == QStringLiteral("EXE")
-                                 ? exeDir
-                                 : QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-        QCOMPARE(resolved, QDir::cleanPath(want));
+            args << (a.startsWith(QLatin1Char('-')) ? a : dir.filePath(a));
+        const QString resolved = ResolveDataDir(args, dir.filePath(QStringLiteral("bin")));
+        QCOMPARE(resolved, expected.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
+                                              : dir.filePath(expected));
         QVERIFY(QFileInfo(resolved).isDir());
     }
 
@@ -158,7 +169,6 @@ private slots:
         QTest::newRow("old release's database is upgraded") << "old" << "" << -1 << false;
         QTest::newRow("lock of a process that is gone") << "deadlock" << "" << -1 << true;
         QTest::newRow("empty lock file") << "emptylock" << "" << -1 << true;
-        QTest::newRow("lock naming pid 0") << "pid0lock" << "" << -1 << true;
         QTest::newRow("folder cannot be written") << "unwritable" << "データフォルダに書き込めません" << 1 << true;
         // clang-format on
     }
@@ -170,50 +180,41 @@ private slots:
         QFETCH(bool, fileKept);
         const QStringList noDatabase{"random", "folder", "unbuildable", "empty", "nofile"};
         TestEnvironment env(!noDatabase.contains(setup));
-        if (setup == QLatin1String("old"))
+        if (setup == "old")
             DowngradeDatabase(env.db(), 10);
         env.services.connection.reset();
         const QString db = env.path();
         const QString lock = env.services.lockPath();
-        QProcess holder;
+        // What is put in place of the database or the lock file; a pid past any the system hands
+        // out stands for a copy that was killed and left its lock behind.
+        const QMap<QString, QPair<QString, QByteArray>> files{
+            {"random", {db, QByteArray(8192, '\x5a')}},
+            {"empty", {db, ""}},
+            {"emptylock", {lock, ""}},
+            {"deadlock", {lock, "99999999\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n"}}};
+        if (files.contains(setup))
+            QVERIFY(WriteFile(files[setup].first, files[setup].second));
+        if (setup == "folder" || setup == "unbuildable")
+            QVERIFY(QDir().mkpath(setup == "folder" ? db : db + ".building/x"));
+        if (setup == "unwritable")
+            env.services.dataDir = QStringLiteral("/proc"); // not writable, not even for root
         // The first copy of a second start runs on services of its own.
         AppServices firstServices;
         firstServices.dataDir = env.services.dataDir;
         firstServices.clock = &env.clock;
         firstServices.prompter = &env.prompter;
         std::unique_ptr<FrmMain> first;
-        if (setup == QLatin1String("second")) {
+        if (setup == "second") {
             first = std::make_unique<FrmMain>(firstServices);
             QVERIFY(first->Form_Load());
-        } else if (setup == QLatin1String("random"))
-            QVERIFY(WriteFile(db, QByteArray(8192, '\x5a')));
-        else if (setup == QLatin1String("empty"))
-            QVERIFY(WriteFile(db, QByteArray()));
-        else if (setup == QLatin1String("folder"))
-            QVERIFY(QDir().mkpath(db));
-        else if (setup == QLatin1String("unbuildable"))
-            QVERIFY(QDir().mkpath(db + QStringLiteral(".building/x")));
-        else if (setup == QLatin1String("emptylock"))
-            QVERIFY(WriteFile(lock, QByteArray()));
-        else if (setup == QLatin1String("pid0lock"))
-            QVERIFY(WriteFile(lock, "0\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
-        else if (setup == QLatin1String("deadlock")) {
-            // The copy that held it was killed: its process is gone, its lock file is not.
-            holder.start(QStringLiteral("true"));
-            QVERIFY(holder.waitForStarted());
-            const qint64 gone = holder.processId();
-            QVERIFY(holder.waitForFinished());
-            QVERIFY(WriteFile(lock,
-                              QByteArray::number(gone) + "\nverdaly\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
-        } else if (setup == QLatin1String("unwritable"))
-            env.services.dataDir = QStringLiteral("/proc"); // not writable, not even for root
-        else if (setup == QLatin1String("locked")) {
-            // Another program (the engine's own shell) holds the file with an exclusive lock.
+        }
+        // Another program (the engine's own shell) holds the file with an exclusive lock.
+        QProcess holder;
+        if (setup == "locked") {
             holder.start(QStringLiteral("sqlite3"), {db});
             QVERIFY(holder.waitForStarted());
             holder.write("BEGIN EXCLUSIVE;\nSELECT 'holding';\n");
             QVERIFY(holder.waitForReadyRead(5000));
-            QCOMPARE(holder.readAll().trimmed(), QByteArray("holding"));
         }
         const QByteArray before = FileBytes(db);
 
@@ -233,10 +234,8 @@ private slots:
                 const QString text = env.prompter.shown.front().text;
                 QVERIFY2(text.contains(message), qPrintable(text));
                 // The message names the file (or the folder) it is about; a second copy needs not.
-                if (!first) {
-                    QVERIFY2(text.contains(setup == QLatin1String("unwritable") ? env.services.dataDir : db),
-                             qPrintable(text));
-                }
+                if (!first)
+                    QVERIFY2(text.contains(setup == "unwritable" ? env.services.dataDir : db), qPrintable(text));
                 QVERIFY(!main.trayIcon());
                 QVERIFY(!env.services.connection || !env.services.connection->isOpen());
             }
@@ -311,8 +310,7 @@ private slots:
             const QString err = QString::fromUtf8(program.readAllStandardError());
             QVERIFY2(err.contains(QStringLiteral("使い方: verdaly [--data-dir")), qPrintable(err));
             // Nothing was created anywhere.
-            QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("data"))));
-            QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("home"))));
+            QVERIFY(QDir(dir.path()).isEmpty());
         }
     }
 
@@ -322,43 +320,28 @@ private slots:
     // after a restore) and the placement, unless the window is minimised.
     void startToExit_data()
     {
-        QTest::addColumn<int>("resident"); // DATAN1 of 311; -1 = no row
-        QTest::addColumn<bool>("tray");
-        QTest::addColumn<bool>("autostarted");
-        QTest::addColumn<QString>("shown"); // "at once", "later" or "never"
-        QTest::addColumn<int>("closedBy");
-        QTest::addColumn<QString>("after"); // "exited", "in the tray" or "minimised"
-        QTest::addColumn<bool>("restoreDone");
-        const int box = static_cast<int>(UnloadMode::FormControlMenu);
-        const int code = static_cast<int>(UnloadMode::FormCode);
-        const int session = static_cast<int>(UnloadMode::AppWindows);
+        QTest::addColumn<RunRow>("row");
         // clang-format off
-        QTest::newRow("from the menu, resident, session end") << 1 << true << false << "at once" << session << "exited" << false;
-        QTest::newRow("resident: exit menu") << 1 << true << false << "at once" << code << "exited" << false;
-        QTest::newRow("resident: close box hides to the tray") << 1 << true << false << "at once" << box << "in the tray" << false;
-        QTest::newRow("login, not resident: close box exits") << 0 << true << true << "at once" << box << "exited" << false;
-        QTest::newRow("other value: close box exits") << 2 << true << false << "at once" << box << "exited" << false;
-        QTest::newRow("no row: close box exits") << -1 << true << false << "at once" << box << "exited" << false;
-        QTest::newRow("login, resident, tray") << 1 << true << true << "never" << session << "exited" << false;
+        QTest::newRow("from the menu, resident, session end") << RunRow{1, true, false, "at once", UnloadMode::AppWindows, "exited", false};
+        QTest::newRow("resident: exit menu") << RunRow{1, true, false, "at once", UnloadMode::FormCode, "exited", false};
+        QTest::newRow("resident: close box hides to the tray") << RunRow{1, true, false, "at once", UnloadMode::FormControlMenu, "in the tray", false};
+        QTest::newRow("login, not resident: close box exits") << RunRow{0, true, true, "at once", UnloadMode::FormControlMenu, "exited", false};
+        QTest::newRow("other value: close box exits") << RunRow{2, true, false, "at once", UnloadMode::FormControlMenu, "exited", false};
+        QTest::newRow("no row: close box exits") << RunRow{-1, true, false, "at once", UnloadMode::FormControlMenu, "exited", false};
+        QTest::newRow("login, resident, tray") << RunRow{1, true, true, "never", UnloadMode::AppWindows, "exited", false};
         // Once no tray came the window shows, and the close box minimises it instead.
-        QTest::newRow("login, resident, no tray ever") << 1 << false << true << "later" << box << "minimised" << false;
-        QTest::newRow("exit after a restore") << 0 << true << false << "at once" << code << "exited" << true;
+        QTest::newRow("login, resident, no tray ever") << RunRow{1, false, true, "later", UnloadMode::FormControlMenu, "minimised", false};
+        QTest::newRow("exit after a restore") << RunRow{0, true, false, "at once", UnloadMode::FormCode, "exited", true};
         // clang-format on
     }
     void startToExit()
     {
-        QFETCH(int, resident);
-        QFETCH(bool, tray);
-        QFETCH(bool, autostarted);
-        QFETCH(QString, shown);
-        QFETCH(int, closedBy);
-        QFETCH(QString, after);
-        QFETCH(bool, restoreDone);
+        QFETCH(RunRow, row);
         TestEnvironment env;
-        if (resident < 0)
+        if (row.resident < 0)
             env.db().ExecuteSql(QStringLiteral("DELETE * FROM TRNGENERAL WHERE CODE = 311"));
         else
-            SetGeneral(env.db(), 311, {{"DATAN1", resident}});
+            SetGeneral(env.db(), 311, {{"DATAN1", row.resident}});
         // Each closed slot has a place of its own that must be kept.
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNGENERAL SET DATAN2 = DATAN1 * 100, DATAN3 = DATAN1 * 200, "
                                            "DATAS2 = '6', MEMO1 = 'old' WHERE CODE = 501"));
@@ -367,7 +350,7 @@ private slots:
         const QStringList stored = Lines(env.db(), notesSql, columns);
         env.services.connection.reset();
         FrmMain main(env.services);
-        main.setTrayAvailabilityForTesting(tray ? 1 : 0);
+        main.setTrayAvailabilityForTesting(row.tray ? 1 : 0);
         QVERIFY(main.Form_Load());
         QStringList expected;
         QList<QPointer<QWidget>> windows;
@@ -376,38 +359,33 @@ private slots:
                 expected << QStringLiteral("%1|0|||%2|%3").arg(n).arg(n * 100).arg(n * 200);
                 continue;
             }
-            StickyNoteSlot& slot = env.services.state.StickyNotes[static_cast<size_t>(n)];
-            slot.inUse = true;
-            slot.text = QStringLiteral("メモ %1\nit's").arg(n);
-            slot.colorIndex = n % 7;
-            slot.left = n * 15;
-            slot.top = n * 30;
-            slot.window = new QWidget;
-            slot.window->setAttribute(Qt::WA_DeleteOnClose);
-            slot.window->show();
-            windows << slot.window;
-            expected << QStringLiteral("%1|1|%2|%3|%4|%5").arg(n).arg(n % 7).arg(slot.text).arg(n * 15).arg(n * 30);
+            windows << new QWidget;
+            windows.back()->setAttribute(Qt::WA_DeleteOnClose);
+            windows.back()->show();
+            env.services.state.StickyNotes[static_cast<size_t>(n)] = {
+                true, QStringLiteral("メモ %1\nit's").arg(n), n % 7, n * 15, n * 30, windows.back()};
+            expected << QStringLiteral("%1|1|%2|メモ %1\nit's|%3|%4").arg(n).arg(n % 7).arg(n * 15).arg(n * 30);
         }
 
-        main.ShowAtStart(autostarted);
-        QCOMPARE(main.isVisible(), shown == QLatin1String("at once"));
-        if (shown == QLatin1String("later"))
+        main.ShowAtStart(row.autostarted);
+        QCOMPARE(main.isVisible(), row.shown == "at once");
+        if (row.shown == "later")
             QTRY_VERIFY_WITH_TIMEOUT(main.isVisible(), 8000);
         else
             QTest::qWait(600);
-        QCOMPARE(main.isVisible(), shown != QLatin1String("never"));
+        QCOMPARE(main.isVisible(), row.shown != "never");
         if (main.isVisible())
             QVERIFY(QTest::qWaitForWindowExposed(&main));
 
-        env.services.state.RestoreDone = restoreDone;
-        if (closedBy == static_cast<int>(UnloadMode::FormControlMenu))
+        env.services.state.RestoreDone = row.restoreDone;
+        if (row.closedBy == UnloadMode::FormControlMenu)
             main.close();
         else
-            main.RequestShutdown(static_cast<UnloadMode>(closedBy));
-        QCOMPARE(main.isUnloaded(), after == QLatin1String("exited"));
-        QCOMPARE(main.isVisible(), after == QLatin1String("minimised"));
-        QCOMPARE(main.isMinimized(), after != QLatin1String("exited"));
-        QCOMPARE(env.services.connection != nullptr, after != QLatin1String("exited"));
+            main.RequestShutdown(row.closedBy);
+        QCOMPARE(main.isUnloaded(), row.after == "exited");
+        QCOMPARE(main.isVisible(), row.after == "minimised");
+        QCOMPARE(main.isMinimized(), row.after != "exited");
+        QCOMPARE(env.services.connection != nullptr, row.after != "exited");
         if (!main.isUnloaded())
             main.RequestShutdown(UnloadMode::FormCode);
 
@@ -415,9 +393,9 @@ private slots:
         for (const QPointer<QWidget>& window : windows)
             QVERIFY(!window || !window->isVisible());
         env.open();
-        QCOMPARE(Lines(env.db(), notesSql, columns), restoreDone ? stored : expected);
+        QCOMPARE(Lines(env.db(), notesSql, columns), row.restoreDone ? stored : expected);
         QCOMPARE(ReadIniValue(env.services.iniPath(), QStringLiteral("frmMAIN"), QStringLiteral("Height")).isEmpty(),
-                 after != QLatin1String("exited"));
+                 row.after != "exited");
     }
 };
 
