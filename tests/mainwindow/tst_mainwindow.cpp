@@ -492,55 +492,35 @@ private slots:
     }
 
     // The jump menu's month rule: the selected day is kept, unless today's day of the month is
-    // past the target month's length; a day the month lacks is no date at all.
-    void jumpRule_data()
-    {
-        QTest::addColumn<QDate>("selected");
-        QTest::addColumn<QDate>("today");
-        QTest::addColumn<int>("month");
-        QTest::addColumn<QDate>("expected"); // invalid: no such day
-        // clang-format off
-        QTest::newRow("selected 31st, today mid-month, to February") << QDate(2007, 1, 31) << QDate(2007, 3, 15) << 2 << QDate();
-        QTest::newRow("today the 30th, to February")                << QDate(2007, 1, 10) << QDate(2007, 1, 30) << 2 << QDate(2007, 2, 28);
-        QTest::newRow("today the 31st, to a 30-day month")          << QDate(2007, 3, 15) << QDate(2007, 1, 31) << 4 << QDate(2007, 4, 30);
-        QTest::newRow("today the 30th is not past April's 30")      << QDate(2007, 5, 31) << QDate(2007, 1, 30) << 4 << QDate();
-        QTest::newRow("leap day today still counts February as 28") << QDate(2008, 1, 10) << QDate(2008, 2, 29) << 2 << QDate(2008, 2, 28);
-        QTest::newRow("selected 29th reaches a leap February")      << QDate(2008, 1, 29) << QDate(2008, 1, 5)  << 2 << QDate(2008, 2, 29);
-        QTest::newRow("the year is the selected day's")             << QDate(1999, 6, 5)  << QDate(2026, 11, 22) << 12 << QDate(1999, 12, 5);
-        QTest::newRow("no thirteenth month")                        << QDate(2026, 1, 5)  << QDate(2026, 11, 22) << 13 << QDate();
-        // clang-format on
-    }
-    void jumpRule()
-    {
-        QFETCH(QDate, selected);
-        QFETCH(QDate, today);
-        QFETCH(int, month);
-        QFETCH(QDate, expected);
-        QCOMPARE(MonthJumpDate(selected, today, month), expected);
-    }
-
+    // past the target month's length (February counts 28 days, leap year or not); a day the
+    // month lacks is no jump at all. The panel shows the day the jump landed on.
     void jumpMenu()
     {
         // clang-format off
-        const QList<std::tuple<QDate, QDate, QString, QDate>> jumps = {
+        const QList<std::tuple<QDate, QDate, QString, QDate>> jumps = { // today, selected, item, landing
             {QDate(2026, 11, 22), QDate(2026, 3, 3), "MnuToday", QDate(2026, 11, 22)},
-            {QDate(2026, 1, 30), QDate(2026, 3, 10), "MnuMonth2", QDate(2026, 2, 28)},   // today past the month's end
-            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth4", QDate(2026, 1, 31)},  // no such day: stay
-            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth12", QDate(2026, 12, 31)}};
+            {QDate(2007, 3, 15), QDate(2007, 1, 31), "MnuMonth2", QDate(2007, 1, 31)},  // no 31 February: stay
+            {QDate(2007, 1, 30), QDate(2007, 1, 10), "MnuMonth2", QDate(2007, 2, 28)},
+            {QDate(2007, 1, 31), QDate(2007, 3, 15), "MnuMonth4", QDate(2007, 4, 30)},
+            {QDate(2007, 1, 30), QDate(2007, 5, 31), "MnuMonth4", QDate(2007, 5, 31)},  // 30 is not past April's 30
+            {QDate(2008, 2, 29), QDate(2008, 1, 10), "MnuMonth2", QDate(2008, 2, 28)},
+            {QDate(2008, 1, 5), QDate(2008, 1, 29), "MnuMonth2", QDate(2008, 2, 29)},
+            {QDate(2026, 11, 22), QDate(1999, 6, 5), "MnuMonth12", QDate(1999, 12, 5)}}; // the selected day's year
         // clang-format on
+        TestEnvironment env;
+        for (int i = 0; i < jumps.size(); ++i)
+            StoreOneDay(env.db(), i + 1, std::get<3>(jumps[i]).toString(QStringLiteral("yyyyMMdd")), "行き先");
+        auto main = StartMainWindow(env);
         for (const auto& [today, selected, item, expected] : jumps) {
-            TestEnvironment env;
             env.clock.current = QDateTime(today, QTime(9, 0));
-            StoreOneDay(env.db(), 1, expected.toString(QStringLiteral("yyyyMMdd")), QStringLiteral("行き先"));
-            auto main = StartMainWindow(env);
             main->calendar()->setCurrentDate(selected);
             MenuAnswer menu(item);
             ClickControl(*main, QStringLiteral("LabJump"));
             QCOMPARE(main->calendar()->CurrentDate(), expected);
-            // The panel shows the day the jump landed on.
             QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("行き先"));
             QVERIFY(main->calendar()->isEntryDay(expected));
         }
+        QVERIFY(!MonthJumpDate(QDate(2026, 1, 5), QDate(2026, 11, 22), 13).isValid()); // no thirteenth month
     }
 
     void onlineHelp_data()
