@@ -1,7 +1,6 @@
-// The holidays: the law at its edges, the command that prints them, and how the month grid
-// shows them with the era title. The expected days and names are written from the law and
-// the government's published list, never taken from the engine; a day added or lost
-// between 1955 and 2027 shows in the command's count of those years.
+// The holidays: the law at its edges, the command that prints them, and how the month grid shows
+// them with the era title. The expected days are written from the law and the government's
+// published list; a day added or lost between 1955 and 2027 shows in the command's count.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "holidays/JapaneseHolidays.h"
 #include "support/TestKit.h"
@@ -40,12 +39,11 @@ private slots:
         QTest::newRow("2020 Olympic Games") << QDate(2020, 7, 20) << QDate(2020, 8, 11) << "07-23 海の日|07-24 スポーツの日|08-10 山の日";
         QTest::newRow("2021 Olympic Games") << QDate(2021, 7, 19) << QDate(2021, 8, 9) << "07-22 海の日|07-23 スポーツの日|08-08 山の日|08-09 振替休日";
         // The equinox days before the fitted formulas' range, close to midnight, and after
-        // 2100 (the published predictions for those years).
+        // 2100 (the published prediction).
         QTest::newRow("autumn 1955") << QDate(1955, 9, 23) << QDate(1955, 9, 24) << "09-24 秋分の日";
         QTest::newRow("spring 1960") << QDate(1960, 3, 20) << QDate(1960, 3, 20) << "03-20 春分の日";
         QTest::newRow("autumn 2012 at 23:49 JST") << QDate(2012, 9, 22) << QDate(2012, 9, 22) << "09-22 秋分の日";
         QTest::newRow("spring 2101") << QDate(2101, 3, 21) << QDate(2101, 3, 21) << "03-21 春分の日";
-        QTest::newRow("autumn 2101") << QDate(2101, 9, 23) << QDate(2101, 9, 23) << "09-23 秋分の日";
         // clang-format on
     }
     void span()
@@ -57,12 +55,6 @@ private slots:
         for (const JapaneseHolidays::Holiday& holiday : JapaneseHolidays::HolidaysBetween(first, last))
             listed << holiday.date.toString(QStringLiteral("MM-dd ")) + holiday.name;
         QCOMPARE(listed.join(QLatin1Char('|')), holidays);
-        // Each day of the span is named as the list has it.
-        QStringList named;
-        for (QDate day = first; day <= last; day = day.addDays(1))
-            if (!JapaneseHolidays::HolidayName(day).isEmpty())
-                named << day.toString(QStringLiteral("MM-dd ")) + JapaneseHolidays::HolidayName(day);
-        QCOMPARE(named, listed);
     }
 
     // The equinox moments (UTC) against published almanac times; the month tells the season.
@@ -109,11 +101,8 @@ private slots:
         QFETCH(int, lines);
         QFETCH(QStringList, firstAndLast);
         QTemporaryDir home;
-        QProcessEnvironment environment;
-        environment.insert(QStringLiteral("HOME"), home.path());
-        environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
         QProcess process;
-        process.setProcessEnvironment(environment);
+        process.setEnvironment({QStringLiteral("HOME=") + home.path(), QStringLiteral("PATH=/usr/bin:/bin")});
         process.start(QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly")),
                       QStringList{QStringLiteral("holidays")} + words);
         QVERIFY(process.waitForFinished(10000));
@@ -183,12 +172,8 @@ private slots:
         QVERIFY(calendar.holidayName(QDate(2026, 7, 20)).isEmpty());
         // Day-off, holiday and neighbouring months' looks.
         for (const auto& [code, back, text] : {std::tuple{130, 0x102030, 0x010203}, std::tuple{135, 0x405060, 0x040506},
-                                               std::tuple{60, 0xF0F0F0, 0x909090}}) {
-            SpotDesign spot = calendar.spotDesign(code);
-            spot.back = QColor(QRgb(back));
-            spot.text = QColor(QRgb(text));
-            calendar.setSpotDesign(code, spot);
-        }
+                                               std::tuple{60, 0xF0F0F0, 0x909090}})
+            calendar.setSpotDesign(code, {QColor(QRgb(back)), QColor(QRgb(text)), calendar.spotDesign(code).font});
         calendar.MarkDayOff(QDate(2026, 5, 5)); // children's day, also the user's day off
         calendar.MarkDayOff(QDate(2026, 5, 7));
 
