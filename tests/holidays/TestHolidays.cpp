@@ -13,7 +13,6 @@ class TestHolidays final : public QObject
     Q_OBJECT
 
 private slots:
-    // Every holiday of a span, as "MM-dd name" joined by "|".
     void span_data()
     {
         QTest::addColumn<QDate>("first");
@@ -117,7 +116,6 @@ private slots:
             QCOMPARE((QStringList{out.first(), out.last()}), firstAndLast);
     }
 
-    // The era title format ("gge年m月") across the changes of era.
     void eraTitle_data()
     {
         QTest::addColumn<QDate>("day");
@@ -179,12 +177,11 @@ private slots:
 
         QImage image(calendar.size(), QImage::Format_ARGB32);
         calendar.render(&image);
-        const auto back = [&](const QDate& day) {
-            const QRect cell = calendar.dayRect(day);
-            return image.pixelColor(cell.left() + cell.width() / 6, cell.center().y());
+        const auto back = [&](const QDate& d) {
+            return image.pixelColor(calendar.dayRect(d).center() - QPoint(calendar.dayRect(d).width() / 3, 0));
         };
-        const auto corner = [&](const QDate& day) {
-            return image.pixelColor(calendar.dayRect(day).topRight() + QPoint(-1, 1));
+        const auto corner = [&](const QDate& d) {
+            return image.pixelColor(calendar.dayRect(d).topRight() + QPoint(-1, 1));
         };
         QCOMPARE(back(QDate(2026, 5, 4)), QColor(0x40, 0x50, 0x60));    // holiday
         QCOMPARE(back(QDate(2026, 5, 5)), QColor(0x40, 0x50, 0x60));    // holiday and day-off ...
