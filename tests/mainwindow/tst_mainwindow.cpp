@@ -19,16 +19,6 @@
 
 namespace {
 
-void AddEntry(DatabaseConnection& db, int id, const char* kind, const QString& subject, const char* startDate,
-              const char* startTime, const char* endDate, const char* endTime, int priority = 0,
-              const char* completion = "")
-{
-    StoredEntry e = Entry(id, kind, startDate, startTime, endDate, endTime, subject);
-    e.priority = priority;
-    e.completion = completion;
-    StoreEntry(db, e);
-}
-
 QStringList Column(FrmMain& main, const char* label)
 {
     QStringList texts;
@@ -82,22 +72,24 @@ private slots:
     {
         TestEnvironment env;
         env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
-        AddEntry(env.db(), 1, "A4", QStringLiteral("歯医者"), "20261122", "09:30", "20261122", "10:00");
+        StoreEntry(env.db(), Entry(1, "A4", "20261122", "09:30", "20261122", "10:00", "歯医者"));
         // A span entering December, a task due in the grid's trailing days (January), an
         // entry far off, an open-ended one; day-offs on 1/2, 12/24 and the leap day.
-        AddEntry(env.db(), 2, "C1", QStringLiteral("旅行"), "20261125", "", "20261208", "");
-        AddEntry(env.db(), 3, "T1", QStringLiteral("年賀状"), "", "", "20270102", "");
-        AddEntry(env.db(), 4, "A1", QStringLiteral("遠い予定"), "20270315", "", "20270315", "");
-        AddEntry(env.db(), 5, "D3", QStringLiteral("開始のみ"), "20261216", "08:00", "", "");
+        StoreEntry(env.db(), Entry(2, "C1", "20261125", "", "20261208", "", "旅行"));
+        StoreEntry(env.db(), Entry(3, "T1", "", "", "20270102", "", "年賀状"));
+        StoreEntry(env.db(), Entry(4, "A1", "20270315", "", "20270315", "", "遠い予定"));
+        StoreEntry(env.db(), Entry(5, "D3", "20261216", "08:00", "", "", "開始のみ"));
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
             StoreDayOff(env.db(), month, day, QStringLiteral("off"));
         // Inserted out of order: the panel shows tasks first (empty start date), then by start
         // time, and by priority among equal times; three lines, then "more...".
-        AddEntry(env.db(), 11, "A3", QStringLiteral("夕方の会議"), "20261110", "17:00", "20261110", "");
-        AddEntry(env.db(), 12, "T2", QStringLiteral("報告書"), "", "", "20261110", "12:00", 3, "1");
-        AddEntry(env.db(), 13, "A4", QStringLiteral("朝会"), "20261110", "09:00", "20261110", "09:15");
-        AddEntry(env.db(), 14, "T1", QStringLiteral("請求書"), "", "", "20261110", "", 1, "0");
-        AddEntry(env.db(), 15, "A4", QStringLiteral("it's lunch"), "20261110", "12:00", "20261110", "13:00");
+        StoreEntry(env.db(), Entry(11, "A3", "20261110", "17:00", "20261110", "", "夕方の会議"));
+        StoreEntry(env.db(), Entry(12, "T2", "", "", "20261110", "12:00", "報告書"));
+        StoreEntry(env.db(), Entry(13, "A4", "20261110", "09:00", "20261110", "09:15", "朝会"));
+        StoreEntry(env.db(), Entry(14, "T1", "", "", "20261110", "", "請求書"));
+        StoreEntry(env.db(), Entry(15, "A4", "20261110", "12:00", "20261110", "13:00", "it's lunch"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 3, COMPLETION = '1' WHERE ID = 12"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 1, COMPLETION = '0' WHERE ID = 14"));
         // The design and the transparency come from the database, so they must be applied
         // after it was opened: on top, 30% transparent, Monday first, the panel's colours.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
@@ -106,36 +98,35 @@ private slots:
             QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2, FSIZE = 11.5 WHERE CODE = 140")
                 .arg(0x00FF0000) // blue in 0x00BBGGRR
                 .arg(0x00E0F0FF));
-        auto started = StartMainWindow(env);
-        FrmMain& main = *started;
-        HalvernCalendar* calendar = main.calendar();
-        QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
-        QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
-        QVERIFY(main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-        QCOMPARE(main.palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
+        auto main = StartMainWindow(env);
+        HalvernCalendar* calendar = main->calendar();
+        QCOMPARE(main->windowTitle(), QStringLiteral("2026/11/22 (日)"));
+        QVERIFY(qAbs(main->windowOpacity() - 0.7) < 0.01);
+        QVERIFY(main->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QCOMPARE(main->palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
         for (const char* name : {"LabTime(1)", "LabYotei(2)", "LabHelp"})
-            QCOMPARE(Control<QLabel>(&main, name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
-        QCOMPARE(Control<QLabel>(&main, "LabYotei(2)")->font().pointSizeF(), 11.5);
+            QCOMPARE(Control<QLabel>(main.get(), name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        QCOMPARE(Control<QLabel>(main.get(), "LabYotei(2)")->font().pointSizeF(), 11.5);
         // Time texts line up in columns: blanks, digits, colons, dashes and arrows are all one width.
-        const QFontMetrics metrics(Control<QLabel>(&main, "LabTime(1)")->font());
+        const QFontMetrics metrics(Control<QLabel>(main.get(), "LabTime(1)")->font());
         QCOMPARE(metrics.horizontalAdvance(QStringLiteral(" 9:30 - 10:00")),
                  metrics.horizontalAdvance(QStringLiteral("      ->17:00")));
-        QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         // The Monday-first grid runs from 10/26 to 12/6.
         QCOMPARE(Marked(calendar), QList<QDate>({QDate(2026, 11, 10), QDate(2026, 11, 22)}) +
                                        Span(QDate(2026, 11, 25), QDate(2026, 12, 6)));
 
         calendar->setCurrentDate(QDate(2026, 11, 10));
-        QCOMPARE(Column(main, "LabYotei"), (QStringList{"請求書", "[済]報告書", "朝会"}));
-        QCOMPARE(Column(main, "LabTime"), (QStringList{"      ->11/10", "      ->12:00", " 9:00 -  9:15"}));
+        QCOMPARE(Column(*main, "LabYotei"), (QStringList{"請求書", "[済]報告書", "朝会"}));
+        QCOMPARE(Column(*main, "LabTime"), (QStringList{"      ->11/10", "      ->12:00", " 9:00 -  9:15"}));
 
         // Only the current month's day-offs are marked, even where the grid shows other days.
         calendar->setCurrentDate(QDate(2026, 12, 3));
         QCOMPARE(Marked(calendar), Span(QDate(2026, 11, 30), QDate(2026, 12, 8)) +
                                        QList<QDate>({QDate(2026, 12, 16), QDate(2027, 1, 2)}));
         QCOMPARE(Marked(calendar, true), QList<QDate>{QDate(2026, 12, 24)});
-        QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
         // Moving on clears the previous month's marks.
         calendar->setCurrentDate(QDate(2027, 3, 1));
         QCOMPARE(Marked(calendar), QList<QDate>{QDate(2027, 3, 15)});
@@ -149,31 +140,31 @@ private slots:
         calendar->setCurrentDate(QDate(2026, 11, 22));
         env.db().BeginTrans();
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '変更' WHERE ID = 1"));
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
         env.db().RollbackTrans();
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         env.services.connection.reset();
         env.open();
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '復元' WHERE ID = 1"));
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 
         // Switching the option off again takes the window off the top.
         SetGeneral(env.db(), 312, {{"DATAN1", 0}});
-        main.ApplyDesignSettings();
-        QVERIFY(!main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        main->ApplyDesignSettings();
+        QVERIFY(!main->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         // Opaque at 0, never invisible at 100, and no row keeps the window as it is.
         for (const auto& [sql, opacity] : {std::pair{"UPDATE TRNGENERAL SET DATAN1 = 0 WHERE CODE = 313", 1.0},
                                            std::pair{"UPDATE TRNGENERAL SET DATAN1 = 100 WHERE CODE = 313", 0.1},
                                            std::pair{"DELETE FROM TRNGENERAL WHERE CODE = 313", 0.1}}) {
             env.db().ExecuteSql(QLatin1String(sql));
-            main.ApplyTransparency();
-            QVERIFY2(qAbs(main.windowOpacity() - opacity) < 0.01, sql);
+            main->ApplyTransparency();
+            QVERIFY2(qAbs(main->windowOpacity() - opacity) < 0.01, sql);
         }
         QVERIFY(env.prompter.shown.isEmpty());
-        main.Form_Unload();
+        main->Form_Unload();
     }
 
     // With no input at all the grid follows the clock across midnight and sleep; a refresh
@@ -264,9 +255,8 @@ private slots:
         StoreOneDay(env.db(), 23, QStringLiteral("20261119"), QStringLiteral("旅行"));
         StoreOneDay(env.db(), 24, QStringLiteral("20261120"), QStringLiteral("翌日"));
         env.clock.current = QDateTime(QDate(2026, 11, 9), QTime(9, 0));
-        auto started = StartMainWindow(env);
-        FrmMain& main = *started;
-        HalvernCalendar* calendar = main.calendar();
+        auto main = StartMainWindow(env);
+        HalvernCalendar* calendar = main->calendar();
 
         const QList<int> goodDays = {10, 11, 12, 18, 19, 20};
         for (const QDate& month : {QDate(2026, 10, 9), QDate(2026, 12, 9), QDate(2026, 11, 9)}) {
@@ -278,14 +268,14 @@ private slots:
         }
         for (const QDate& day : {QDate(1990, 1, 1), QDate(2026, 11, 30), QDate(2026, 11, 1)}) {
             calendar->setCurrentDate(day);
-            QCOMPARE(Column(main, "LabYotei"), QStringList({"", "", ""}));
+            QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
         }
-        QCOMPARE(HoverText(main, QDate(2026, 11, 1)), QString());
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 1)), QString());
 
         calendar->setCurrentDate(QDate(2026, 11, 9));
         QCoreApplication::processEvents();
         const QRect emptyPanelGrid = calendar->geometry();
-        const QSize window = main.size();
+        const QSize window = main->size();
         // clang-format off
         const QList<std::tuple<int, bool, QString, bool>> panels = {
             {10, true, "会議", false}, {11, false, "一行目 二行目 三", false}, {12, true, "一行目 とても長い件名", true}};
@@ -294,9 +284,9 @@ private slots:
             calendar->setCurrentDate(QDate(2026, 11, day));
             QCoreApplication::processEvents();
             QCOMPARE(calendar->geometry(), emptyPanelGrid);
-            QCOMPARE(main.size(), window);
-            QCOMPARE(Control<QWidget>(&main, "LabMore")->isVisible(), more);
-            auto* label = Control<QLabel>(&main, "LabYotei(0)");
+            QCOMPARE(main->size(), window);
+            QCOMPARE(Control<QWidget>(main.get(), "LabMore")->isVisible(), more);
+            auto* label = Control<QLabel>(main.get(), "LabYotei(0)");
             const QString shown = label->text();
             QVERIFY2(shown.startsWith(shownStart), qPrintable(shown));
             QCOMPARE(shown.endsWith(QChar(0x2026)), elided);
@@ -304,10 +294,10 @@ private slots:
             // The whole subject is still there to read by hovering.
             QVERIFY(label->toolTip().startsWith(shownStart));
         }
-        QCOMPARE(HoverText(main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 17)), QStringLiteral("休日"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 17)), QStringLiteral("休日"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
         QVERIFY(env.prompter.shown.isEmpty());
     }
 
@@ -316,13 +306,10 @@ private slots:
         TestEnvironment env;
         // Five entries on the test's today, one an hour from 08:00, subjects A to E; A is a task
         // due at its hour, which the panel lists first as it has no start day.
-        const QString today = QStringLiteral("20261122");
-        StoreEntry(env.db(), Entry(1, QStringLiteral("T2"), QString(), QString(), today, QStringLiteral("08:00"), "A"));
-        for (int i = 1; i < 5; ++i) {
-            const QString time = QStringLiteral("%1:00").arg(8 + i, 2, 10, QLatin1Char('0'));
-            StoreEntry(env.db(),
-                       Entry(i + 1, QStringLiteral("D3"), today, time, QString(), QString(), QChar(u'A' + i)));
-        }
+        StoreEntry(env.db(), Entry(1, "T2", "", "", "20261122", "08:00", "A"));
+        for (int i = 1; i < 5; ++i)
+            StoreEntry(env.db(), Entry(i + 1, "D3", "20261122", QStringLiteral("%1:00").arg(8 + i, 2, 10, QChar('0')),
+                                       "", "", QChar(u'A' + i)));
         auto main = StartMainWindow(env);
 
         // The task opens on a click, a schedule through the menu's edit item.
