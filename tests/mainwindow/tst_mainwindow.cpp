@@ -1,5 +1,4 @@
-// The main window as a user meets it: the grid, the panel and the links under the calendar,
-// each answering only while no dialog opened from the window is up.
+// The main window as a user meets it: the grid, the panel and the links under the calendar.
 #include "calendarcontrol/HalvernCalendar.h"
 #include "mainwindow/FrmMain.h"
 #include "mainwindow/MonthJump.h"
@@ -9,11 +8,9 @@
 
 #include <QAccessible>
 #include <QDialog>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QSystemTrayIcon>
 #include <QToolTip>
 #include <QtTest>
 
@@ -73,16 +70,14 @@ private slots:
         TestEnvironment env;
         env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
         StoreEntry(env.db(), Entry(1, "A4", "20261122", "09:30", "20261122", "10:00", "歯医者"));
-        // A span entering December, a task due in the grid's trailing days (January), an
-        // entry far off, an open-ended one; day-offs on 1/2, 12/24 and the leap day.
+        // A span into December, a task due in the grid's trailing days, one far off, an open end.
         StoreEntry(env.db(), Entry(2, "C1", "20261125", "", "20261208", "", "旅行"));
         StoreEntry(env.db(), Entry(3, "T1", "", "", "20270102", "", "年賀状"));
         StoreEntry(env.db(), Entry(4, "A1", "20270315", "", "20270315", "", "遠い予定"));
         StoreEntry(env.db(), Entry(5, "D3", "20261216", "08:00", "", "", "開始のみ"));
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
             StoreDayOff(env.db(), month, day, QStringLiteral("off"));
-        // Inserted out of order: the panel shows tasks first (empty start date), then by start
-        // time, and by priority among equal times; three lines, then "more...".
+        // Out of order: tasks first, then by start time and by priority; three lines, then "more".
         StoreEntry(env.db(), Entry(11, "A3", "20261110", "17:00", "20261110", "", "夕方の会議"));
         StoreEntry(env.db(), Entry(12, "T2", "", "", "20261110", "12:00", "報告書"));
         StoreEntry(env.db(), Entry(13, "A4", "20261110", "09:00", "20261110", "09:15", "朝会"));
@@ -90,8 +85,7 @@ private slots:
         StoreEntry(env.db(), Entry(15, "A4", "20261110", "12:00", "20261110", "13:00", "it's lunch"));
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 3, COMPLETION = '1' WHERE ID = 12"));
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 1, COMPLETION = '0' WHERE ID = 14"));
-        // The design and the transparency come from the database, so they must be applied
-        // after it was opened: on top, 30% transparent, Monday first, the panel's colours.
+        // On top, 30% transparent, Monday first, the panel's colours: read once the file is open.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
             SetGeneral(env.db(), code, {{"DATAN1", value}});
         env.db().ExecuteSql(
@@ -163,10 +157,8 @@ private slots:
         main->Form_Unload();
     }
 
-    // With no input at all the grid follows the clock across midnight and sleep; a refresh
-    // that fails (the file locked by another program) leaves nothing stale behind and is made
-    // good by the next tick of time. Each clock setting is just before a midnight, so that
-    // the clock's next look comes within a moment.
+    // The grid follows the clock across midnight and sleep; a refresh that fails on a locked file
+    // leaves nothing stale and is made good at the next tick. Each time set is just before midnight.
     void followingTheClock()
     {
         TestEnvironment env;
@@ -203,8 +195,7 @@ private slots:
         env.clock.current = QDateTime(QDate(2026, 11, 23), lastMoment);
         QTest::qWait(500); // the clock is looked at every 150 ms this close to midnight
         QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 22));
-        // A selection on today moves with it, at midnight and after a sleep into another
-        // month and year; the new day's grid and panel are filled, not left from before.
+        // A selection on today moves with it, also after a sleep into another month and year.
         calendar->setCurrentDate(QDate(2026, 11, 23));
         for (const auto& [day, subject] :
              {std::pair{QDate(2026, 11, 24), "新しい日"}, std::pair{QDate(2027, 1, 2), "年始"}}) {
@@ -294,8 +285,7 @@ private slots:
     void entryLabels()
     {
         TestEnvironment env;
-        // Five entries on the test's today, one an hour from 08:00, subjects A to E; A is a task
-        // due at its hour, which the panel lists first as it has no start day.
+        // Subjects A to E, one an hour from 08:00; A is a task, so the panel lists it first.
         StoreEntry(env.db(), Entry(1, "T2", "", "", "20261122", "08:00", "A"));
         for (int i = 1; i < 5; ++i)
             StoreEntry(env.db(), Entry(i + 1, "D3", "20261122", QStringLiteral("%1:00").arg(8 + i, 2, 10, QChar('0')),
@@ -322,8 +312,7 @@ private slots:
             QCOMPARE(Shown(main.get(), label), changed);
         }
 
-        // Each delete is asked first, with Cancel as the answer to a hasty Enter; the rows then
-        // stand for the entries they show.
+        // Each delete is asked first, Cancel answering a hasty Enter; the rows then hold what they show.
         // clang-format off
         const QList<std::tuple<int, bool, QStringList, bool>> deletes = {
             {1, false, {"A変更後", "B変更後", "C"}, true}, // cancel keeps it
@@ -375,8 +364,7 @@ private slots:
         QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
         QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 22)));
 
-        // "Schedule" makes a schedule or a task on the selected day; the grid and the panel
-        // follow at once.
+        // "Schedule" makes a schedule or a task on the selected day; grid and panel follow at once.
         main->calendar()->setCurrentDate(QDate(2026, 11, 25));
         const QString subject = QStringLiteral("O'Neil と打合せ");
         for (const char* item : {"MnuSchedule", "MnuTask"}) {
@@ -445,9 +433,8 @@ private slots:
         QVERIFY(env.services.state.MainWindowIdle);
     }
 
-    // The jump menu's month rule: the selected day is kept, unless today's day of the month is
-    // past the target month's length (February counts 28 days, leap year or not); a day the
-    // month lacks is no jump at all. The panel shows the day the jump landed on.
+    // The selected day is kept, unless today's day is past the month's length (February is 28
+    // days, leap year or not); a day the month lacks is no jump at all.
     void jumpMenu()
     {
         // clang-format off
@@ -517,8 +504,7 @@ private slots:
         QVERIFY(env.services.state.MainWindowIdle);
     }
 
-    // The version box and the tray icon: a click brings the window back from hiding, its menu
-    // opens the calendar, makes a sticky note, or ends the program through the normal unload.
+    // The version box; the tray icon's clicks and its menu's note and exit items.
     void versionAndTray()
     {
         TestEnvironment env;
