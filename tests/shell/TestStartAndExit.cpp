@@ -328,17 +328,15 @@ private slots:
         main.setTrayAvailabilityForTesting(row.tray ? 1 : 0);
         QVERIFY(main.Form_Load());
         QStringList expected;
-        QList<QPointer<QWidget>> windows;
+        QWidget windows[31]; // the notes' windows, closed at exit
         for (int n = 1; n <= 30; ++n) {
             if (n % 3 == 2) {
                 expected << QStringLiteral("%1|0|||%2|%3").arg(n).arg(n * 100).arg(n * 200);
                 continue;
             }
-            windows << new QWidget;
-            windows.back()->setAttribute(Qt::WA_DeleteOnClose);
-            windows.back()->show();
+            windows[n].show();
             env.services.state.StickyNotes[static_cast<size_t>(n)] = {
-                true, QStringLiteral("メモ %1\nit's").arg(n), n % 7, n * 15, n * 30, windows.back()};
+                true, QStringLiteral("メモ %1\nit's").arg(n), n % 7, n * 15, n * 30, &windows[n]};
             expected << QStringLiteral("%1|1|%2|メモ %1\nit's|%3|%4").arg(n).arg(n % 7).arg(n * 15).arg(n * 30);
         }
 
@@ -361,9 +359,8 @@ private slots:
         if (!main.isUnloaded())
             main.RequestShutdown(UnloadMode::FormCode);
 
-        QTest::qWait(0);
-        for (const QPointer<QWidget>& window : windows)
-            QVERIFY(!window || !window->isVisible());
+        for (const QWidget& window : windows)
+            QVERIFY(!window.isVisible());
         env.open();
         QCOMPARE(Lines(env.db(), notesSql, columns), row.restoreDone ? stored : expected);
         QCOMPARE(ReadIniValue(env.services.iniPath(), QStringLiteral("frmMAIN"), QStringLiteral("Height")).isEmpty(),
