@@ -69,10 +69,9 @@ private slots:
         TestEnvironment env;
         env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
         StoreEntry(env.db(), Entry(1, "A4", "20261122", "09:30", "20261122", "10:00", "歯医者"));
-        // A span into December, a task due in the grid's trailing days, one far off, an open end.
+        // A span into December, a task due in the grid's trailing days, an open end.
         StoreEntry(env.db(), Entry(2, "C1", "20261125", "", "20261208", "", "旅行"));
         StoreEntry(env.db(), Entry(3, "T1", "", "", "20270102", "", "年賀状"));
-        StoreEntry(env.db(), Entry(4, "A1", "20270315", "", "20270315", "", "遠い予定"));
         StoreEntry(env.db(), Entry(5, "D3", "20261216", "08:00", "", "", "開始のみ"));
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
             StoreDayOff(env.db(), month, day, QStringLiteral("off"));
@@ -116,9 +115,6 @@ private slots:
                                        QList<QDate>({QDate(2026, 12, 16), QDate(2027, 1, 2)}));
         QCOMPARE(Marked(calendar, true), QList<QDate>{QDate(2026, 12, 24)});
         QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
-        // Moving on clears the previous month's marks.
-        calendar->setCurrentDate(QDate(2027, 3, 1));
-        QCOMPARE(Marked(calendar), QList<QDate>{QDate(2027, 3, 15)});
         // The leap day is a day-off only in a leap year, and never turns into another day.
         calendar->setCurrentDate(QDate(2027, 2, 10));
         QVERIFY(Marked(calendar, true).isEmpty());
@@ -175,10 +171,9 @@ private slots:
         // Another connection holds the file locked while the user turns the page.
         auto other = OpenDatabaseConnection(env.path(), QString());
         other->ExecuteSql(QStringLiteral("BEGIN EXCLUSIVE"));
-        QElapsedTimer waited;
-        waited.start();
+        const QDeadlineTimer fewSeconds(4000);
         calendar->showNextMonth();
-        QVERIFY2(waited.elapsed() < 4000, qPrintable(QString::number(waited.elapsed())));
+        QVERIFY(!fewSeconds.hasExpired());
         QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 10));
         // Nothing of November is left to be read as December's.
         QVERIFY(!calendar->isEntryDay(QDate(2026, 11, 10)));
@@ -269,8 +264,6 @@ private slots:
             QVERIFY2(shown.startsWith(shownStart), qPrintable(shown));
             QCOMPARE(shown.endsWith(QChar(0x2026)), elided);
             QVERIFY(label->fontMetrics().horizontalAdvance(shown) <= label->contentsRect().width());
-            // The whole subject is still there to read by hovering.
-            QVERIFY(label->toolTip().startsWith(shownStart));
         }
         QCOMPARE(HoverText(*main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
         QCOMPARE(HoverText(*main, QDate(2026, 11, 17)), QStringLiteral("休日"));
@@ -516,7 +509,6 @@ private slots:
                 Click(window, "ComOK");
             });
             ClickControl(*main, QStringLiteral("LabHelp"));
-            QVERIFY(!dialog.stayedOpen()); // its OK closes it
         }
         QVERIFY(title.endsWith(QStringLiteral(" 1.2")));
         QVERIFY(!idleWhileOpen);
@@ -525,14 +517,12 @@ private slots:
         main->setTrayAvailabilityForTesting(1);
         QPointer<QSystemTrayIcon> tray = main->trayIcon();
         QMenu* trayMenu = tray->contextMenu();
-        const QList<QPair<QSystemTrayIcon::ActivationReason, bool>> clicks = {{QSystemTrayIcon::Context, false},
-                                                                              {QSystemTrayIcon::MiddleClick, false},
-                                                                              {QSystemTrayIcon::Trigger, true},
-                                                                              {QSystemTrayIcon::DoubleClick, true}};
-        for (const auto& [reason, shown] : clicks) {
-            // The close box of a resident calendar hides it in the tray.
-            main->close();
+        // A click or a double click on the icon brings the hidden window back, other buttons do not.
+        for (const auto reason : {QSystemTrayIcon::Context, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Trigger,
+                                  QSystemTrayIcon::DoubleClick}) {
+            main->close(); // a resident calendar's close box hides it in the tray
             emit tray->activated(reason);
+            const bool shown = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
             QCOMPARE(main->isVisible(), shown);
             QCOMPARE(main->isMinimized(), !shown);
         }
@@ -541,7 +531,6 @@ private slots:
         Control<QAction>(trayMenu, "MnuTaskPost")->trigger();
         QCOMPARE(env.services.state.StickyNotes[0].colorIndex, 6);
         QVERIFY(env.services.state.StickyNotes[0].text.isEmpty());
-        QVERIFY(!main->isUnloaded());
         // Even a resident calendar ends for the exit item: it is no close-box close.
         Control<QAction>(trayMenu, "MnuEnd")->trigger();
         QVERIFY(main->isUnloaded());
