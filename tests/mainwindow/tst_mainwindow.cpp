@@ -86,10 +86,9 @@ private slots:
         // On top, 30% transparent, Monday first, the panel's colours: read once the file is open.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
             SetGeneral(env.db(), code, {{"DATAN1", value}});
-        env.db().ExecuteSql(
-            QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2, FSIZE = 11.5 WHERE CODE = 140")
-                .arg(0x00FF0000) // blue in 0x00BBGGRR
-                .arg(0x00E0F0FF));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2 WHERE CODE = 140")
+                                .arg(0x00FF0000) // blue in 0x00BBGGRR
+                                .arg(0x00E0F0FF));
         auto main = StartMainWindow(env);
         HalvernCalendar* calendar = main->calendar();
         QCOMPARE(main->windowTitle(), QStringLiteral("2026/11/22 (日)"));
@@ -262,6 +261,7 @@ private slots:
             QVERIFY2(shown.startsWith(shownStart), qPrintable(shown));
             QCOMPARE(shown.endsWith(QChar(0x2026)), elided);
             QVERIFY(label->fontMetrics().horizontalAdvance(shown) <= label->contentsRect().width());
+            QVERIFY(label->toolTip().startsWith(shownStart)); // the whole subject, to read by hovering
         }
         QCOMPARE(HoverText(*main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
         QCOMPARE(HoverText(*main, QDate(2026, 11, 17)), QStringLiteral("休日"));
@@ -496,6 +496,7 @@ private slots:
                 Click(window, "ComOK");
             });
             ClickControl(*main, QStringLiteral("LabHelp"));
+            QVERIFY(!dialog.stayedOpen()); // its OK closes it
         }
         QVERIFY(title.endsWith(QStringLiteral(" 1.2")));
         QVERIFY(!idleWhileOpen);

@@ -29,7 +29,6 @@ class TestStartAndExit final : public QObject
     Q_OBJECT
 
 private slots:
-
     void units_data()
     {
         QTest::addColumn<double>("dpi");
