@@ -1,34 +1,19 @@
-// The main window as a user meets it: the grid, the panel and the links under the calendar,
-// each answering only while no dialog opened from the window is up.
+// The main window as a user meets it: the grid, the panel and the links under the calendar.
 #include "calendarcontrol/HalvernCalendar.h"
-#include "common/LinkLabel.h"
 #include "mainwindow/FrmMain.h"
-#include "mainwindow/MonthJump.h"
 #include "mainwindow/OnlineHelp.h"
 #include "support/MainWindowKit.h"
 #include "support/TestKit.h"
 
 #include <QAccessible>
 #include <QDialog>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QSystemTrayIcon>
 #include <QToolTip>
 #include <QtTest>
 
 namespace {
-
-void AddEntry(DatabaseConnection& db, int id, const char* kind, const QString& subject, const char* startDate,
-              const char* startTime, const char* endDate, const char* endTime, int priority = 0,
-              const char* completion = "")
-{
-    StoredEntry e = Entry(id, kind, startDate, startTime, endDate, endTime, subject);
-    e.priority = priority;
-    e.completion = completion;
-    StoreEntry(db, e);
-}
 
 QStringList Column(FrmMain& main, const char* label)
 {
@@ -83,63 +68,51 @@ private slots:
     {
         TestEnvironment env;
         env.clock.current = QDateTime(QDate(2026, 11, 22), QTime(10, 0));
-        AddEntry(env.db(), 1, "A4", QStringLiteral("歯医者"), "20261122", "09:30", "20261122", "10:00");
-        // A span entering December, a task due in the grid's trailing days (January), an
-        // entry far off, an open-ended one; day-offs on 1/2, 12/24 and the leap day.
-        AddEntry(env.db(), 2, "C1", QStringLiteral("旅行"), "20261125", "", "20261208", "");
-        AddEntry(env.db(), 3, "T1", QStringLiteral("年賀状"), "", "", "20270102", "");
-        AddEntry(env.db(), 4, "A1", QStringLiteral("遠い予定"), "20270315", "", "20270315", "");
-        AddEntry(env.db(), 5, "D3", QStringLiteral("開始のみ"), "20261216", "08:00", "", "");
+        StoreEntry(env.db(), Entry(1, "A4", "20261122", "09:30", "20261122", "10:00", "歯医者"));
+        // A span into December, a task due in the grid's trailing days, an open end.
+        StoreEntry(env.db(), Entry(2, "C1", "20261125", "", "20261208", "", "旅行"));
+        StoreEntry(env.db(), Entry(3, "T1", "", "", "20270102", "", "年賀状"));
+        StoreEntry(env.db(), Entry(5, "D3", "20261216", "08:00", "", "", "開始のみ"));
         for (const auto& [month, day] : {std::pair{12, 24}, std::pair{1, 2}, std::pair{2, 29}})
             StoreDayOff(env.db(), month, day, QStringLiteral("off"));
-        // Inserted out of order: the panel shows tasks first (empty start date), then by start
-        // time, and by priority among equal times; three lines, then "more...".
-        AddEntry(env.db(), 11, "A3", QStringLiteral("夕方の会議"), "20261110", "17:00", "20261110", "");
-        AddEntry(env.db(), 12, "T2", QStringLiteral("報告書"), "", "", "20261110", "12:00", 3, "1");
-        AddEntry(env.db(), 13, "A4", QStringLiteral("朝会"), "20261110", "09:00", "20261110", "09:15");
-        AddEntry(env.db(), 14, "T1", QStringLiteral("請求書"), "", "", "20261110", "", 1, "0");
-        AddEntry(env.db(), 15, "A4", QStringLiteral("it's lunch"), "20261110", "12:00", "20261110", "13:00");
-        // The design and the transparency come from the database, so they must be applied
-        // after it was opened: on top, 30% transparent, Monday first, the panel's colours.
+        // Out of order: tasks first, then by start time and by priority; three lines, then "more".
+        StoreEntry(env.db(), Entry(11, "A3", "20261110", "17:00", "20261110", "", "夕方の会議"));
+        StoreEntry(env.db(), Entry(12, "T2", "", "", "20261110", "12:00", "報告書"));
+        StoreEntry(env.db(), Entry(13, "A4", "20261110", "09:00", "20261110", "09:15", "朝会"));
+        StoreEntry(env.db(), Entry(14, "T1", "", "", "20261110", "", "請求書"));
+        StoreEntry(env.db(), Entry(15, "A4", "20261110", "12:00", "20261110", "13:00", "it's lunch"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 3, COMPLETION = '1' WHERE ID = 12"));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET PRIORITY = 1, COMPLETION = '0' WHERE ID = 14"));
+        // On top, 30% transparent, Monday first, the panel's colours: read once the file is open.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
             SetGeneral(env.db(), code, {{"DATAN1", value}});
-        env.db().ExecuteSql(
-            QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2, FSIZE = 11.5 WHERE CODE = 140")
-                .arg(0x00FF0000) // blue in 0x00BBGGRR
-                .arg(0x00E0F0FF));
-        auto started = StartMainWindow(env);
-        FrmMain& main = *started;
-        HalvernCalendar* calendar = main.calendar();
-        QCOMPARE(main.windowTitle(), QStringLiteral("2026/11/22 (日)"));
-        QVERIFY(qAbs(main.windowOpacity() - 0.7) < 0.01);
-        QVERIFY(main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-        QCOMPARE(main.palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
+        env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2 WHERE CODE = 140")
+                                .arg(0x00FF0000) // blue in 0x00BBGGRR
+                                .arg(0x00E0F0FF));
+        auto main = StartMainWindow(env);
+        HalvernCalendar* calendar = main->calendar();
+        QCOMPARE(main->windowTitle(), QStringLiteral("2026/11/22 (日)"));
+        QVERIFY(qAbs(main->windowOpacity() - 0.7) < 0.01);
+        QVERIFY(main->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        QCOMPARE(main->palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
         for (const char* name : {"LabTime(1)", "LabYotei(2)", "LabHelp"})
-            QCOMPARE(Control<QLabel>(&main, name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
-        QCOMPARE(Control<QLabel>(&main, "LabYotei(2)")->font().pointSizeF(), 11.5);
-        // Time texts line up in columns: blanks, digits, colons, dashes and arrows are all one width.
-        const QFontMetrics metrics(Control<QLabel>(&main, "LabTime(1)")->font());
-        QCOMPARE(metrics.horizontalAdvance(QStringLiteral(" 9:30 - 10:00")),
-                 metrics.horizontalAdvance(QStringLiteral("      ->17:00")));
-        QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+            QCOMPARE(Control<QLabel>(main.get(), name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         // The Monday-first grid runs from 10/26 to 12/6.
         QCOMPARE(Marked(calendar), QList<QDate>({QDate(2026, 11, 10), QDate(2026, 11, 22)}) +
                                        Span(QDate(2026, 11, 25), QDate(2026, 12, 6)));
 
         calendar->setCurrentDate(QDate(2026, 11, 10));
-        QCOMPARE(Column(main, "LabYotei"), (QStringList{"請求書", "[済]報告書", "朝会"}));
-        QCOMPARE(Column(main, "LabTime"), (QStringList{"      ->11/10", "      ->12:00", " 9:00 -  9:15"}));
+        QCOMPARE(Column(*main, "LabYotei"), (QStringList{"請求書", "[済]報告書", "朝会"}));
+        QCOMPARE(Column(*main, "LabTime"), (QStringList{"      ->11/10", "      ->12:00", " 9:00 -  9:15"}));
 
         // Only the current month's day-offs are marked, even where the grid shows other days.
         calendar->setCurrentDate(QDate(2026, 12, 3));
         QCOMPARE(Marked(calendar), Span(QDate(2026, 11, 30), QDate(2026, 12, 8)) +
                                        QList<QDate>({QDate(2026, 12, 16), QDate(2027, 1, 2)}));
         QCOMPARE(Marked(calendar, true), QList<QDate>{QDate(2026, 12, 24)});
-        QCOMPARE(Shown(&main, QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
-        // Moving on clears the previous month's marks.
-        calendar->setCurrentDate(QDate(2027, 3, 1));
-        QCOMPARE(Marked(calendar), QList<QDate>{QDate(2027, 3, 15)});
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral("11/25 ->12/ 8"));
         // The leap day is a day-off only in a leap year, and never turns into another day.
         calendar->setCurrentDate(QDate(2027, 2, 10));
         QVERIFY(Marked(calendar, true).isEmpty());
@@ -150,68 +123,54 @@ private slots:
         calendar->setCurrentDate(QDate(2026, 11, 22));
         env.db().BeginTrans();
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '変更' WHERE ID = 1"));
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("変更"));
         env.db().RollbackTrans();
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         env.services.connection.reset();
         env.open();
         env.db().ExecuteSql(QStringLiteral("UPDATE TRNSCHTSK SET BUSINESS = '復元' WHERE ID = 1"));
-        main.RefreshDayPanel();
-        QCOMPARE(Shown(&main, QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
+        main->RefreshDayPanel();
+        QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("復元"));
 
         // Switching the option off again takes the window off the top.
         SetGeneral(env.db(), 312, {{"DATAN1", 0}});
-        main.ApplyDesignSettings();
-        QVERIFY(!main.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        main->ApplyDesignSettings();
+        QVERIFY(!main->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         // Opaque at 0, never invisible at 100, and no row keeps the window as it is.
         for (const auto& [sql, opacity] : {std::pair{"UPDATE TRNGENERAL SET DATAN1 = 0 WHERE CODE = 313", 1.0},
                                            std::pair{"UPDATE TRNGENERAL SET DATAN1 = 100 WHERE CODE = 313", 0.1},
                                            std::pair{"DELETE FROM TRNGENERAL WHERE CODE = 313", 0.1}}) {
             env.db().ExecuteSql(QLatin1String(sql));
-            main.ApplyTransparency();
-            QVERIFY2(qAbs(main.windowOpacity() - opacity) < 0.01, sql);
+            main->ApplyTransparency();
+            QVERIFY2(qAbs(main->windowOpacity() - opacity) < 0.01, sql);
         }
-        // A link under the pointer is underlined in the highlight colour until reset.
-        auto* link = Control<LinkLabel>(&main, "LabScaedule");
-        QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), link->mapToGlobal(QPointF(2, 2)));
-        QCoreApplication::sendEvent(link, &enter);
-        QVERIFY(link->font().underline());
-        QCOMPARE(link->palette().color(QPalette::WindowText), link->palette().color(QPalette::Highlight));
-        main.ResetLinkStyles();
-        QVERIFY(!link->font().underline());
-        QCOMPARE(link->palette().color(QPalette::WindowText), main.LabelForeColor());
         QVERIFY(env.prompter.shown.isEmpty());
-        main.Form_Unload();
+        main->Form_Unload();
     }
 
-    // With no input at all the grid follows the clock across midnight and sleep; a refresh
-    // that fails (the file locked by another program) leaves nothing stale behind and is made
-    // good by the next tick of time. Each clock setting is just before a midnight, so that
-    // the clock's next look comes within a moment.
+    // The grid follows the clock across midnight and sleep; a refresh that fails on a locked file
+    // leaves nothing stale and is made good at the next tick. Each time set is just before midnight.
     void followingTheClock()
     {
         TestEnvironment env;
-        // clang-format off
-        for (const auto& [id, day, subject] : {std::tuple{1, "20261110", "十一月"}, std::tuple{2, "20261222", "十二月"},
-                                               std::tuple{3, "20261124", "新しい日"}, std::tuple{4, "20270102", "年始"}})
-            StoreEntry(env.db(), Entry(id, "A1", day, QString(), day, QString(), QString::fromUtf8(subject)));
-        // clang-format on
+        for (const auto& [id, day, subject] :
+             {std::tuple{1, "20261110", "十一月"}, std::tuple{2, "20261222", "十二月"},
+              std::tuple{3, "20261124", "新しい日"}, std::tuple{4, "20270102", "年始"}})
+            StoreOneDay(env.db(), id, day, subject);
         const QTime lastMoment(23, 59, 59, 900);
         env.clock.current = QDateTime(QDate(2026, 11, 22), lastMoment);
         auto main = StartMainWindow(env);
         HalvernCalendar* calendar = main->calendar();
         calendar->setCurrentDate(QDate(2026, 11, 10));
-        QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("十一月"));
 
         // Another connection holds the file locked while the user turns the page.
         auto other = OpenDatabaseConnection(env.path(), QString());
         other->ExecuteSql(QStringLiteral("BEGIN EXCLUSIVE"));
-        QElapsedTimer waited;
-        waited.start();
+        const QDeadlineTimer fewSeconds(4000);
         calendar->showNextMonth();
-        QVERIFY2(waited.elapsed() < 4000, qPrintable(QString::number(waited.elapsed())));
+        QVERIFY(!fewSeconds.hasExpired());
         QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 10));
         // Nothing of November is left to be read as December's.
         QVERIFY(!calendar->isEntryDay(QDate(2026, 11, 10)));
@@ -226,8 +185,7 @@ private slots:
         env.clock.current = QDateTime(QDate(2026, 11, 23), lastMoment);
         QTest::qWait(500); // the clock is looked at every 150 ms this close to midnight
         QCOMPARE(calendar->CurrentDate(), QDate(2026, 12, 22));
-        // A selection on today moves with it, at midnight and after a sleep into another
-        // month and year; the new day's grid and panel are filled, not left from before.
+        // A selection on today moves with it, also after a sleep into another month and year.
         calendar->setCurrentDate(QDate(2026, 11, 23));
         for (const auto& [day, subject] :
              {std::pair{QDate(2026, 11, 24), "新しい日"}, std::pair{QDate(2027, 1, 2), "年始"}}) {
@@ -255,47 +213,41 @@ private slots:
             {"Z9", "20261101", "", "20261101", ""}, // unknown kind
             {"", "20261101", "", "20261101", ""}};  // empty kind
         // clang-format on
-        int id = 100;
         for (const QStringList& r : unreadable)
-            StoreEntry(env.db(), Entry(++id, r[0], r[1], r[2], r[3], r[4], QStringLiteral("壊れた行")));
-        // Panels that must keep the grid's geometry: four lines, line breaks, a long subject.
+            StoreEntry(env.db(),
+                       Entry(101 + unreadable.indexOf(r), r[0], r[1], r[2], r[3], r[4], QStringLiteral("壊れた行")));
+        // Panels of four lines, line breaks and a long subject.
         const QString longSubject = QStringLiteral("とても長い件名") + QString(30, QChar(u'長'));
         for (int i = 1; i <= 4; ++i) {
             StoreOneDay(env.db(), i, QStringLiteral("20261110"), QStringLiteral("会議"));
             StoreOneDay(env.db(), 10 + i, QStringLiteral("20261112"), QStringLiteral("一行目\n") + longSubject);
         }
-        StoreOneDay(env.db(), 5, QStringLiteral("20261111"), QStringLiteral("一行目\r\n二行目\t三"));
         // Hovering a day tells its day-off remark and its entries, not the next day's.
+        for (const auto& [entry, day, subject] :
+             {std::tuple{5, "20261111", "一行目\r\n二行目\t三"}, std::tuple{21, "20261118", "歯医者"},
+              std::tuple{22, "20261118", "買い物\n牛乳"}, std::tuple{23, "20261119", "旅行"},
+              std::tuple{24, "20261120", "翌日"}})
+            StoreOneDay(env.db(), entry, day, subject);
         StoreDayOff(env.db(), 11, 16, QStringLiteral("創立記念日"));
         StoreDayOff(env.db(), 11, 17);
         StoreDayOff(env.db(), 11, 19, QStringLiteral("振替"));
-        StoreOneDay(env.db(), 21, QStringLiteral("20261118"), QStringLiteral("歯医者"));
-        StoreOneDay(env.db(), 22, QStringLiteral("20261118"), QStringLiteral("買い物\n牛乳"));
-        StoreOneDay(env.db(), 23, QStringLiteral("20261119"), QStringLiteral("旅行"));
-        StoreOneDay(env.db(), 24, QStringLiteral("20261120"), QStringLiteral("翌日"));
         env.clock.current = QDateTime(QDate(2026, 11, 9), QTime(9, 0));
-        auto started = StartMainWindow(env);
-        FrmMain& main = *started;
-        HalvernCalendar* calendar = main.calendar();
+        auto main = StartMainWindow(env);
+        HalvernCalendar* calendar = main->calendar();
 
         const QList<int> goodDays = {10, 11, 12, 18, 19, 20};
         for (const QDate& month : {QDate(2026, 10, 9), QDate(2026, 12, 9), QDate(2026, 11, 9)}) {
             calendar->setCurrentDate(month);
-            for (QDate d = calendar->FirstShownDate(); d <= calendar->LastShownDate(); d = d.addDays(1)) {
-                const bool good = d.year() == 2026 && d.month() == 11 && goodDays.contains(d.day());
-                QVERIFY2(calendar->isEntryDay(d) == good, qPrintable(d.toString(Qt::ISODate)));
-            }
+            for (QDate d = calendar->FirstShownDate(); d <= calendar->LastShownDate(); d = d.addDays(1))
+                QVERIFY2(calendar->isEntryDay(d) == (d.year() == 2026 && d.month() == 11 && goodDays.contains(d.day())),
+                         qPrintable(d.toString(Qt::ISODate)));
         }
         for (const QDate& day : {QDate(1990, 1, 1), QDate(2026, 11, 30), QDate(2026, 11, 1)}) {
             calendar->setCurrentDate(day);
-            QCOMPARE(Column(main, "LabYotei"), QStringList({"", "", ""}));
+            QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
         }
-        QCOMPARE(HoverText(main, QDate(2026, 11, 1)), QString());
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 1)), QString());
 
-        calendar->setCurrentDate(QDate(2026, 11, 9));
-        QCoreApplication::processEvents();
-        const QRect emptyPanelGrid = calendar->geometry();
-        const QSize window = main.size();
         // clang-format off
         const QList<std::tuple<int, bool, QString, bool>> panels = {
             {10, true, "会議", false}, {11, false, "一行目 二行目 三", false}, {12, true, "一行目 とても長い件名", true}};
@@ -303,36 +255,29 @@ private slots:
         for (const auto& [day, more, shownStart, elided] : panels) {
             calendar->setCurrentDate(QDate(2026, 11, day));
             QCoreApplication::processEvents();
-            QCOMPARE(calendar->geometry(), emptyPanelGrid);
-            QCOMPARE(main.size(), window);
-            QCOMPARE(Control<QWidget>(&main, "LabMore")->isVisible(), more);
-            auto* label = Control<QLabel>(&main, "LabYotei(0)");
+            QCOMPARE(Control<QWidget>(main.get(), "LabMore")->isVisible(), more);
+            auto* label = Control<QLabel>(main.get(), "LabYotei(0)");
             const QString shown = label->text();
             QVERIFY2(shown.startsWith(shownStart), qPrintable(shown));
             QCOMPARE(shown.endsWith(QChar(0x2026)), elided);
             QVERIFY(label->fontMetrics().horizontalAdvance(shown) <= label->contentsRect().width());
-            // The whole subject is still there to read by hovering.
-            QVERIFY(label->toolTip().startsWith(shownStart));
+            QVERIFY(label->toolTip().startsWith(shownStart)); // the whole subject, to read by hovering
         }
-        QCOMPARE(HoverText(main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 17)), QStringLiteral("休日"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
-        QCOMPARE(HoverText(main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 17)), QStringLiteral("休日"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
+        QCOMPARE(HoverText(*main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
         QVERIFY(env.prompter.shown.isEmpty());
     }
 
     void entryLabels()
     {
         TestEnvironment env;
-        // Five entries on the test's today, one an hour from 08:00, subjects A to E; A is a task
-        // due at its hour, which the panel lists first as it has no start day.
-        const QString today = QStringLiteral("20261122");
-        StoreEntry(env.db(), Entry(1, QStringLiteral("T2"), QString(), QString(), today, QStringLiteral("08:00"), "A"));
-        for (int i = 1; i < 5; ++i) {
-            const QString time = QStringLiteral("%1:00").arg(8 + i, 2, 10, QLatin1Char('0'));
-            StoreEntry(env.db(),
-                       Entry(i + 1, QStringLiteral("D3"), today, time, QString(), QString(), QChar(u'A' + i)));
-        }
+        // Subjects A to E, one an hour from 08:00; A is a task, so the panel lists it first.
+        StoreEntry(env.db(), Entry(1, "T2", "", "", "20261122", "08:00", "A"));
+        for (int i = 1; i < 5; ++i)
+            StoreEntry(env.db(), Entry(i + 1, "D3", "20261122", QStringLiteral("%1:00").arg(8 + i, 2, 10, QChar('0')),
+                                       "", "", QChar(u'A' + i)));
         auto main = StartMainWindow(env);
 
         // The task opens on a click, a schedule through the menu's edit item.
@@ -355,8 +300,7 @@ private slots:
             QCOMPARE(Shown(main.get(), label), changed);
         }
 
-        // Each delete is asked first, with Cancel as the answer to a hasty Enter; the rows then
-        // stand for the entries they show.
+        // Each delete is asked first, Cancel answering a hasty Enter; the rows then hold what they show.
         // clang-format off
         const QList<std::tuple<int, bool, QStringList, bool>> deletes = {
             {1, false, {"A変更後", "B変更後", "C"}, true}, // cancel keeps it
@@ -374,34 +318,21 @@ private slots:
             QCOMPARE(env.prompter.shown.front().defaultAnswer, PromptAnswer::Cancel);
             QCOMPARE(Column(*main, "LabYotei"), panelAfter);
             QCOMPARE(Control<QLabel>(main.get(), "LabMore")->isVisible(), moreAfter);
-            for (int i = 0; i < PanelRows; ++i) {
-                const QString subject = panelAfter.at(i);
-                QCOMPARE(main->PanelEntryId(i), subject.isEmpty() ? 0 : subject.at(0).unicode() - u'A' + 1);
-            }
+            for (int i = 0; i < PanelRows; ++i)
+                QCOMPARE(main->PanelEntryId(i), panelAfter[i].isEmpty() ? 0 : panelAfter[i].at(0).unicode() - u'A' + 1);
             QCOMPARE(env.db().transactionDepth(), 0);
         }
 
-        // An empty label opens nothing, and its menu deletes nothing.
+        // An empty label's menu deletes nothing.
         {
-            ModalAnswer editor([](QWidget* window) { static_cast<QDialog*>(window)->reject(); });
-            ClickControl(*main, QStringLiteral("LabYotei(2)"));
-            QTest::qWait(100);
-            QVERIFY(!editor.opened());
             MenuAnswer menu(QStringLiteral("MnuScheduleDel"));
             ClickControl(*main, QStringLiteral("LabYotei(2)"), Qt::RightButton);
             QVERIFY(menu.opened());
             QVERIFY(env.prompter.shown.size() == 1);
-            // A screen reader is offered the menu of a filled label only.
-            QAccessibleInterface* filled =
-                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(0)"));
+            // A screen reader is offered nothing on it.
             QAccessibleInterface* empty =
-                QAccessible::queryAccessibleInterface(main->findChild<QLabel*>("LabYotei(2)"));
-            QCOMPARE(filled->text(QAccessible::Name), QStringLiteral("C"));
+                QAccessible::queryAccessibleInterface(Control<QLabel>(main.get(), "LabYotei(2)"));
             QVERIFY(empty->actionInterface()->actionNames().isEmpty());
-            MenuAnswer byReader{QString()};
-            filled->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
-            QTRY_VERIFY(byReader.opened());
-            QCOMPARE(byReader.menu(), QStringLiteral("MnuScheduleEditMenu"));
         }
 
         // The last two go, and the day loses its mark.
@@ -412,23 +343,18 @@ private slots:
         QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
         QVERIFY(!main->calendar()->isEntryDay(QDate(2026, 11, 22)));
 
-        // "Schedule" makes a schedule or a task on the selected day; the grid and the panel
-        // follow at once.
+        // "Schedule" makes a schedule or a task on the selected day; grid and panel follow at once.
         main->calendar()->setCurrentDate(QDate(2026, 11, 25));
         const QString subject = QStringLiteral("O'Neil と打合せ");
-        for (const auto& [item, dateBox] :
-             {std::pair{"MnuSchedule", "TxtStartDate"}, std::pair{"MnuTask", "TxtEndDate"}}) {
+        for (const char* item : {"MnuSchedule", "MnuTask"}) {
             bool idleWhileOpen = true;
-            QString shownDate;
             MenuAnswer entryMenu{QLatin1String(item)};
-            ModalAnswer newEntry([&, box = dateBox](QWidget* window) {
+            ModalAnswer newEntry([&](QWidget* window) {
                 idleWhileOpen = env.services.state.MainWindowIdle;
-                shownDate = Shown(window, QLatin1String(box));
                 Control<QLineEdit>(window, "TxtYouken")->setText(subject);
                 Click(window, "ComOK");
             });
             ClickControl(*main, QStringLiteral("LabScaedule"));
-            QCOMPARE(shownDate, QStringLiteral("2026/11/25"));
             QVERIFY(!idleWhileOpen);
             QVERIFY(main->calendar()->isEntryDay(QDate(2026, 11, 25)));
             QCOMPARE(Shown(main.get(), "LabYotei(0)"), subject);
@@ -442,26 +368,23 @@ private slots:
     {
         QTest::addColumn<QString>("control");
         QTest::addColumn<int>("button");
-        QTest::addColumn<QString>("name"); // a link's name for a screen reader; "" not a link
         QTest::addColumn<QString>("menu"); // the menu it pops once idle; "" a dialog instead
         // clang-format off
-        QTest::newRow("Menu") << "LabMenu" << int(Qt::LeftButton) << "Menu" << "MnuSubMenu";
-        QTest::newRow("Jump") << "LabJump" << int(Qt::LeftButton) << "Jump" << "MnuJumpDay";
-        QTest::newRow("Schedule") << "LabScaedule" << int(Qt::LeftButton) << "Schedule" << "MnuEntry";
-        QTest::newRow("Help") << "LabHelp" << int(Qt::LeftButton) << "Help" << "MnuHelp";
-        QTest::newRow("entry label") << "LabYotei(0)" << int(Qt::LeftButton) << "" << "";
-        QTest::newRow("entry label, right") << "LabYotei(0)" << int(Qt::RightButton) << "" << "MnuScheduleEditMenu";
+        QTest::newRow("Menu") << "LabMenu" << int(Qt::LeftButton) << "MnuSubMenu";
+        QTest::newRow("Jump") << "LabJump" << int(Qt::LeftButton) << "MnuJumpDay";
+        QTest::newRow("Schedule") << "LabScaedule" << int(Qt::LeftButton) << "MnuEntry";
+        QTest::newRow("Help") << "LabHelp" << int(Qt::LeftButton) << "MnuHelp";
+        QTest::newRow("entry label") << "LabYotei(0)" << int(Qt::LeftButton) << "";
+        QTest::newRow("entry label, right") << "LabYotei(0)" << int(Qt::RightButton) << "MnuScheduleEditMenu";
         // clang-format on
     }
     void controlsAnswerOnlyWhenIdle()
     {
         QFETCH(QString, control);
         QFETCH(int, button);
-        QFETCH(QString, name);
         QFETCH(QString, menu);
         TestEnvironment env;
-        StoreEntry(env.db(), Entry(1, QStringLiteral("A4"), QStringLiteral("20261122"), QStringLiteral("09:00"),
-                                   QStringLiteral("20261122"), QStringLiteral("10:00"), QStringLiteral("朝会")));
+        StoreOneDay(env.db(), 1, QStringLiteral("20261122"), QStringLiteral("朝会"));
         auto main = StartMainWindow(env);
         const auto reject = [](QWidget* window) { static_cast<QDialog*>(window)->reject(); };
         env.services.state.MainWindowIdle = false;
@@ -478,68 +401,42 @@ private slots:
         ClickControl(*main, control, Qt::MouseButton(button));
         QTRY_VERIFY(menu.isEmpty() ? dialog.opened() : byMouse.opened());
         QCOMPARE(byMouse.menu(), menu);
-        if (name.isEmpty())
-            return;
-        // A screen reader finds the link by its caption and presses it.
-        QAccessibleInterface* access = QAccessible::queryAccessibleInterface(main->findChild<QLabel*>(control));
-        QCOMPARE(access->role(), QAccessible::Link);
-        QCOMPARE(access->text(QAccessible::Name), name);
+        // A screen reader does the same through the label's own action.
         MenuAnswer byReader{QString()};
-        access->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_VERIFY(byReader.opened());
+        ModalAnswer readerDialog(reject);
+        QAccessible::queryAccessibleInterface(main->findChild<QLabel*>(control))
+            ->actionInterface()
+            ->doAction(button == Qt::RightButton ? QAccessibleActionInterface::showMenuAction()
+                                                 : QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(menu.isEmpty() ? readerDialog.opened() : byReader.opened());
         QCOMPARE(byReader.menu(), menu);
         QVERIFY(env.services.state.MainWindowIdle);
     }
 
-    // The jump menu's month rule: the selected day is kept, unless today's day of the month is
-    // past the target month's length; a day the month lacks is no date at all.
-    void jumpRule_data()
-    {
-        QTest::addColumn<QDate>("selected");
-        QTest::addColumn<QDate>("today");
-        QTest::addColumn<int>("month");
-        QTest::addColumn<QDate>("expected"); // invalid: no such day
-        // clang-format off
-        QTest::newRow("selected 31st, today mid-month, to February") << QDate(2007, 1, 31) << QDate(2007, 3, 15) << 2 << QDate();
-        QTest::newRow("today the 30th, to February")                << QDate(2007, 1, 10) << QDate(2007, 1, 30) << 2 << QDate(2007, 2, 28);
-        QTest::newRow("today the 31st, to a 30-day month")          << QDate(2007, 3, 15) << QDate(2007, 1, 31) << 4 << QDate(2007, 4, 30);
-        QTest::newRow("today the 30th is not past April's 30")      << QDate(2007, 5, 31) << QDate(2007, 1, 30) << 4 << QDate();
-        QTest::newRow("leap day today still counts February as 28") << QDate(2008, 1, 10) << QDate(2008, 2, 29) << 2 << QDate(2008, 2, 28);
-        QTest::newRow("selected 29th reaches a leap February")      << QDate(2008, 1, 29) << QDate(2008, 1, 5)  << 2 << QDate(2008, 2, 29);
-        QTest::newRow("the year is the selected day's")             << QDate(1999, 6, 5)  << QDate(2026, 11, 22) << 12 << QDate(1999, 12, 5);
-        QTest::newRow("no thirteenth month")                        << QDate(2026, 1, 5)  << QDate(2026, 11, 22) << 13 << QDate();
-        // clang-format on
-    }
-    void jumpRule()
-    {
-        QFETCH(QDate, selected);
-        QFETCH(QDate, today);
-        QFETCH(int, month);
-        QFETCH(QDate, expected);
-        QCOMPARE(MonthJumpDate(selected, today, month), expected);
-    }
-
+    // The selected day is kept, unless today's day is past the month's length (February is 28
+    // days, leap year or not); a day the month lacks is no jump at all. The grid and the panel
+    // follow the selected day as they do for any other change of it.
     void jumpMenu()
     {
         // clang-format off
-        const QList<std::tuple<QDate, QDate, QString, QDate>> jumps = {
+        const QList<std::tuple<QDate, QDate, QString, QDate>> jumps = { // today, selected, item, landing
             {QDate(2026, 11, 22), QDate(2026, 3, 3), "MnuToday", QDate(2026, 11, 22)},
-            {QDate(2026, 1, 30), QDate(2026, 3, 10), "MnuMonth2", QDate(2026, 2, 28)},   // today past the month's end
-            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth4", QDate(2026, 1, 31)},  // no such day: stay
-            {QDate(2026, 11, 22), QDate(2026, 1, 31), "MnuMonth12", QDate(2026, 12, 31)}};
+            {QDate(2007, 3, 15), QDate(2007, 1, 31), "MnuMonth2", QDate(2007, 1, 31)},  // no 31 February: stay
+            {QDate(2007, 1, 30), QDate(2007, 1, 10), "MnuMonth2", QDate(2007, 2, 28)},
+            {QDate(2007, 1, 31), QDate(2007, 3, 15), "MnuMonth4", QDate(2007, 4, 30)},
+            {QDate(2007, 1, 30), QDate(2007, 5, 31), "MnuMonth4", QDate(2007, 5, 31)},  // 30 is not past April's 30
+            {QDate(2008, 2, 29), QDate(2008, 1, 10), "MnuMonth2", QDate(2008, 2, 28)},
+            {QDate(2008, 1, 5), QDate(2008, 1, 29), "MnuMonth2", QDate(2008, 2, 29)},
+            {QDate(2026, 11, 22), QDate(1999, 6, 5), "MnuMonth12", QDate(1999, 12, 5)}}; // the selected day's year
         // clang-format on
+        TestEnvironment env;
+        auto main = StartMainWindow(env);
         for (const auto& [today, selected, item, expected] : jumps) {
-            TestEnvironment env;
             env.clock.current = QDateTime(today, QTime(9, 0));
-            StoreOneDay(env.db(), 1, expected.toString(QStringLiteral("yyyyMMdd")), QStringLiteral("行き先"));
-            auto main = StartMainWindow(env);
             main->calendar()->setCurrentDate(selected);
             MenuAnswer menu(item);
             ClickControl(*main, QStringLiteral("LabJump"));
             QCOMPARE(main->calendar()->CurrentDate(), expected);
-            // The panel shows the day the jump landed on.
-            QCOMPARE(Shown(main.get(), "LabYotei(0)"), QStringLiteral("行き先"));
-            QVERIFY(main->calendar()->isEntryDay(expected));
         }
     }
 
@@ -560,13 +457,11 @@ private slots:
         QFETCH(QString, message);
         TestEnvironment env;
         QTemporaryDir root;
-        QDir(root.path()).mkpath(QStringLiteral("bin"));
-        const QString pagePath = page.isEmpty() ? QString() : QDir(root.path()).filePath(page);
-        if (!page.isEmpty()) {
-            QDir().mkpath(QFileInfo(pagePath).path());
-            QVERIFY(WriteFile(pagePath, QByteArray()));
-        }
-        env.services.programDir = QDir(root.path()).filePath(QStringLiteral("bin"));
+        const QString pagePath = root.filePath(page);
+        QDir().mkpath(root.filePath(QStringLiteral("bin")));
+        if (!page.isEmpty())
+            QVERIFY(QDir().mkpath(QFileInfo(pagePath).path()) && WriteFile(pagePath, QByteArray()));
+        env.services.programDir = root.filePath(QStringLiteral("bin"));
         env.urlOpener.opens = browserOpens;
         auto main = StartMainWindow(env);
         MenuAnswer menu(QStringLiteral("MnuOnline"));
@@ -585,17 +480,7 @@ private slots:
         QVERIFY(env.services.state.MainWindowIdle);
     }
 
-    void theBuildShipsTheHelpPage()
-    {
-        const QString page = FindHelpPage(qEnvironmentVariable("VERDALY_BIN_DIR"));
-        QVERIFY2(!page.isEmpty(), "the build puts no help page beside the program");
-        const QString html = QString::fromUtf8(FileBytes(page));
-        // Where the data lives.
-        QVERIFY(html.contains(QStringLiteral("QMCalendar.mdb")));
-    }
-
-    // The version box and the tray icon: a click brings the window back from hiding, its menu
-    // opens the calendar, makes a sticky note, or ends the program through the normal unload.
+    // The version box; the tray icon's clicks and its menu's note and exit items.
     void versionAndTray()
     {
         TestEnvironment env;
@@ -612,7 +497,6 @@ private slots:
             });
             ClickControl(*main, QStringLiteral("LabHelp"));
             QVERIFY(!dialog.stayedOpen()); // its OK closes it
-            QCOMPARE(dialog.title(), QStringLiteral("バージョン情報"));
         }
         QVERIFY(title.endsWith(QStringLiteral(" 1.2")));
         QVERIFY(!idleWhileOpen);
@@ -620,29 +504,22 @@ private slots:
 
         main->setTrayAvailabilityForTesting(1);
         QPointer<QSystemTrayIcon> tray = main->trayIcon();
-        QMenu* trayMenu = tray->contextMenu();
-        const QList<QPair<QSystemTrayIcon::ActivationReason, bool>> clicks = {{QSystemTrayIcon::Context, false},
-                                                                              {QSystemTrayIcon::MiddleClick, false},
-                                                                              {QSystemTrayIcon::Trigger, true},
-                                                                              {QSystemTrayIcon::DoubleClick, true}};
-        for (const auto& [reason, shown] : clicks) {
-            // The close box of a resident calendar hides it in the tray.
-            main->close();
+        // A click or a double click on the icon brings the hidden window back, other buttons do not.
+        for (const auto reason : {QSystemTrayIcon::Context, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Trigger,
+                                  QSystemTrayIcon::DoubleClick}) {
+            main->close(); // a resident calendar's close box hides it in the tray
             emit tray->activated(reason);
+            const bool shown = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
             QCOMPARE(main->isVisible(), shown);
             QCOMPARE(main->isMinimized(), !shown);
         }
-        main->close();
-        Control<QAction>(trayMenu, "MnuMainOpen")->trigger();
-        QVERIFY(main->isVisible() && !main->isMinimized());
         // A new note takes the hand-over slot's place, in a colour drawn from the seven.
         env.random.values = {0.999};
-        Control<QAction>(trayMenu, "MnuTaskPost")->trigger();
+        Control<QAction>(tray->contextMenu(), "MnuTaskPost")->trigger();
         QCOMPARE(env.services.state.StickyNotes[0].colorIndex, 6);
         QVERIFY(env.services.state.StickyNotes[0].text.isEmpty());
-        QVERIFY(!main->isUnloaded());
         // Even a resident calendar ends for the exit item: it is no close-box close.
-        Control<QAction>(trayMenu, "MnuEnd")->trigger();
+        Control<QAction>(tray->contextMenu(), "MnuEnd")->trigger();
         QVERIFY(main->isUnloaded());
         QVERIFY(!env.services.connection || !env.services.connection->isOpen());
         QVERIFY(!main->trayIcon());
