@@ -516,6 +516,7 @@ private slots:
         // A new note takes the hand-over slot's place, in a colour drawn from the seven.
         env.random.values = {0.999};
         Control<QAction>(tray->contextMenu(), "MnuTaskPost")->trigger();
+        QVERIFY(!main->isUnloaded());
         QCOMPARE(env.services.state.StickyNotes[0].colorIndex, 6);
         QVERIFY(env.services.state.StickyNotes[0].text.isEmpty());
         // Even a resident calendar ends for the exit item: it is no close-box close.

@@ -72,6 +72,7 @@ private slots:
         QTest::newRow("fraction read as a whole number") << QByteArray("[frmMAIN]\nTop=1500.4\nLeft=2999.6\nWidth=3000\n") << 0 << QRect(200, 100, 200, 120) << QByteArray("[frmMAIN]\nTop=1500\nLeft=3000\nHeight=1800\nWidth=3000\n");
         QTest::newRow("not a number is ignored") << QByteArray("[frmMAIN]\nTop=abc\nLeft=150\nHeight=zz\n") << 0 << designed << kept;
         QTest::newRow("key of another section") << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nLeft=150\n") << 0 << designed << QByteArray("[Other]\nTop=1500\n[frmMAIN]\nTop=300\nLeft=150\nHeight=1800\nWidth=2250\n");
+        QTest::newRow("value cut at NUL") << QByteArray("[frmMAIN]\nTop=1500\0zz\n", 22) << 0 << QRect(10, 100, 150, 120) << QByteArray("[frmMAIN]\nTop=1500\nLeft=150\nHeight=1800\nWidth=2250\n");
         QTest::newRow("section and key in any case") << QByteArray("[FRMMAIN]\ntop = 1500\n") << 0 << QRect(10, 100, 150, 120) << QByteArray("[FRMMAIN]\nTop=1500\nLeft=150\nHeight=1800\nWidth=2250\n");
         // clang-format on
     }
@@ -198,6 +199,7 @@ private slots:
             } else {
                 QCOMPARE(main.loadExitCode(), exitCode);
                 QCOMPARE(env.prompter.shown.size(), 1);
+                QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Critical);
                 const QString text = env.prompter.shown.front().text;
                 QVERIFY2(text.contains(message), qPrintable(text));
                 // The message names the file (or the folder) it is about; a second copy needs not.
@@ -236,6 +238,7 @@ private slots:
         QTest::newRow("empty folder after =") << QStringList{"--data-dir="} << "";
         QTest::newRow("option where the folder should be") << QStringList{"--data-dir", "--other"} << "";
         QTest::newRow("unknown option") << QStringList{"--colour"} << "";
+        QTest::newRow("stray word") << QStringList{"--data-dir", "DIR", "extra"} << "";
         // clang-format on
     }
     void commandLine()
