@@ -216,9 +216,8 @@ private slots:
             QCOMPARE(combo->currentData().toInt(), stored);
             combo->setCurrentIndex(combo->findData(chosen));
         } else {
-            auto* box = qobject_cast<QAbstractButton*>(widget);
-            QCOMPARE(box->isChecked(), (stored != 0) == (control != "OptMsgbox"));
-            box->click();
+            QCOMPARE(qobject_cast<QAbstractButton*>(widget)->isChecked(), (stored != 0) == (control != "OptMsgbox"));
+            Click(&dialog, qPrintable(control));
         }
         Click(&dialog, "ComOK");
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
