@@ -399,7 +399,7 @@ private slots:
 
         // A press means today, though another day is selected.
         for (const auto& [key, title, dateField] :
-             {std::tuple{75, "スケジュール", "TxtStartDate"}, std::tuple{67, "タスク", "TxtEndDate"}}) {
+             {std::tuple{75, "スケジュール", "TxtStartDate"}, {67, "タスク", "TxtEndDate"}}) {
             QString shownDate;
             ModalAnswer editor([&, dateField = dateField](QWidget* dialog) {
                 shownDate = Control<QLineEdit>(dialog, dateField)->text();
