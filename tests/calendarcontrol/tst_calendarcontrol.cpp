@@ -1,7 +1,5 @@
-// The month grid on its own: which days it shows, the marks it keeps, its title and
-// headings, how keys, the wheel and the mouse move the selection, its look from the stored
-// design, what it paints, and how a screen reader meets it: a table of 6 x 7 named days,
-// the selected one selected, and "press" to choose a day.
+// The month grid on its own: the days and marks it shows, its title and headings, how keys,
+// wheel and mouse move the day, its stored look, what it paints, and what a screen reader meets.
 #include "calendarcontrol/CalendarAccessible.h"
 #include "calendarcontrol/CalendarDesign.h"
 #include "calendarcontrol/HalvernCalendar.h"
@@ -155,41 +153,39 @@ private slots:
         // listener selects the 1st, and the stale day is not reported after it
         QTest::addColumn<QDate>("start");
         QTest::addColumn<QStringList>("actions");
-        QTest::addColumn<QDate>("expected");
         QTest::addColumn<QStringList>("expectedEvents");
         using L = QStringList;
         const auto key = [](Qt::Key k) { return QString("key %1").arg(int(k)); };
         // clang-format off
-        QTest::newRow("set, same month") << Nov15 << L{"set 2026-11-20"} << QDate(2026, 11, 20) << L{"date 2026-11-20"};
-        QTest::newRow("set, next month") << Nov15 << L{"set 2026-12-03"} << QDate(2026, 12, 3) << L{"month 2026/12 grid 2026-11-29", "date 2026-12-03"};
-        QTest::newRow("set, same month other year") << Nov15 << L{"set 2027-11-15"} << QDate(2027, 11, 15) << L{"month 2027/11 grid 2027-10-31", "date 2027-11-15"};
-        QTest::newRow("set, same date") << Nov15 << L{"set 2026-11-15"} << Nov15 << L{};
-        QTest::newRow("set, invalid date") << Nov15 << L{"set x"} << Nov15 << L{};
-        QTest::newRow("right over month end") << QDate(2026, 11, 30) << L{key(Qt::Key_Right)} << QDate(2026, 12, 1) << L{"month 2026/12 grid 2026-11-29", "date 2026-12-01"};
-        QTest::newRow("left over month start") << QDate(2026, 11, 1) << L{key(Qt::Key_Left)} << QDate(2026, 10, 31) << L{"month 2026/10 grid 2026-09-27", "date 2026-10-31"};
-        QTest::newRow("up a week into last month") << QDate(2026, 11, 3) << L{key(Qt::Key_Up)} << QDate(2026, 10, 27) << L{"month 2026/10 grid 2026-09-27", "date 2026-10-27"};
-        QTest::newRow("down a week into next year") << QDate(2026, 12, 29) << L{key(Qt::Key_Down)} << QDate(2027, 1, 5) << L{"month 2027/1 grid 2026-12-27", "date 2027-01-05"};
-        QTest::newRow("page up 31st to February") << QDate(2026, 3, 31) << L{key(Qt::Key_PageUp)} << QDate(2026, 2, 28) << L{"month 2026/2 grid 2026-02-01", "date 2026-02-28"};
-        QTest::newRow("page up 31st to leap February") << QDate(2028, 3, 31) << L{key(Qt::Key_PageUp)} << QDate(2028, 2, 29) << L{"month 2028/2 grid 2028-01-30", "date 2028-02-29"};
-        QTest::newRow("page down over year end") << QDate(2026, 12, 31) << L{key(Qt::Key_PageDown)} << QDate(2027, 1, 31) << L{"month 2027/1 grid 2026-12-27", "date 2027-01-31"};
-        QTest::newRow("home goes to today") << QDate(2027, 3, 5) << L{key(Qt::Key_Home)} << QDate(2026, 11, 22) << L{"month 2026/11 grid 2026-11-01", "date 2026-11-22"};
-        QTest::newRow("enter and return confirm the day") << Nov15 << L{key(Qt::Key_Return), key(Qt::Key_Right), key(Qt::Key_Enter)} << QDate(2026, 11, 16) << L{"click 2026-11-15", "date 2026-11-16", "click 2026-11-16"};
-        QTest::newRow("two notches down") << Nov15 << L{"wheel -240"} << QDate(2027, 1, 15) << L{"month 2026/12 grid 2026-11-29", "date 2026-12-15", "month 2027/1 grid 2026-12-27", "date 2027-01-15"};
-        QTest::newRow("half notches add up") << Nov15 << L{"wheel 60", "wheel 60"} << QDate(2026, 10, 15) << L{"month 2026/10 grid 2026-09-27", "date 2026-10-15"};
-        QTest::newRow("half a notch up and down cancel") << Nov15 << L{"wheel -60", "wheel 60", "wheel -60"} << Nov15 << L{};
-        QTest::newRow("click a day of the month") << Nov15 << L{"click 2026-11-18"} << QDate(2026, 11, 18) << L{"date 2026-11-18", "click 2026-11-18"};
-        QTest::newRow("click next month's day") << Nov15 << L{"click 2026-12-05"} << QDate(2026, 12, 5) << L{"month 2026/12 grid 2026-11-29", "date 2026-12-05", "click 2026-12-05"};
-        QTest::newRow("click the selected day") << Nov15 << L{"click 2026-11-15"} << Nov15 << L{"click 2026-11-15"};
-        QTest::newRow("a month listener may move the day") << Nov15 << L{"first", "set 2026-12-20"} << QDate(2026, 12, 1) << L{"month 2026/12 grid 2026-11-29", "date 2026-12-01"};
-        QTest::newRow("right clicks do nothing") << Nov15 << L{"right 2026-11-20", "right next"} << Nov15 << L{};
-        QTest::newRow("arrows keep the day where they can") << QDate(2026, 10, 31) << L{"next", "previous", "previous"} << QDate(2026, 9, 30) << L{"month 2026/11 grid 2026-11-01", "date 2026-11-30", "month 2026/10 grid 2026-09-27", "date 2026-10-30", "month 2026/9 grid 2026-08-30", "date 2026-09-30"};
+        QTest::newRow("set, same month") << Nov15 << L{"set 2026-11-20"} << L{"date 2026-11-20"};
+        QTest::newRow("set, next month") << Nov15 << L{"set 2026-12-03"} << L{"month 2026/12 grid 2026-11-29", "date 2026-12-03"};
+        QTest::newRow("set, same month other year") << Nov15 << L{"set 2027-11-15"} << L{"month 2027/11 grid 2027-10-31", "date 2027-11-15"};
+        QTest::newRow("set, same date") << Nov15 << L{"set 2026-11-15"} << L{};
+        QTest::newRow("set, invalid date") << Nov15 << L{"set x"} << L{};
+        QTest::newRow("right over month end") << QDate(2026, 11, 30) << L{key(Qt::Key_Right)} << L{"month 2026/12 grid 2026-11-29", "date 2026-12-01"};
+        QTest::newRow("left over month start") << QDate(2026, 11, 1) << L{key(Qt::Key_Left)} << L{"month 2026/10 grid 2026-09-27", "date 2026-10-31"};
+        QTest::newRow("up a week into last month") << QDate(2026, 11, 3) << L{key(Qt::Key_Up)} << L{"month 2026/10 grid 2026-09-27", "date 2026-10-27"};
+        QTest::newRow("down a week into next year") << QDate(2026, 12, 29) << L{key(Qt::Key_Down)} << L{"month 2027/1 grid 2026-12-27", "date 2027-01-05"};
+        QTest::newRow("page up 31st to February") << QDate(2026, 3, 31) << L{key(Qt::Key_PageUp)} << L{"month 2026/2 grid 2026-02-01", "date 2026-02-28"};
+        QTest::newRow("page up 31st to leap February") << QDate(2028, 3, 31) << L{key(Qt::Key_PageUp)} << L{"month 2028/2 grid 2028-01-30", "date 2028-02-29"};
+        QTest::newRow("page down over year end") << QDate(2026, 12, 31) << L{key(Qt::Key_PageDown)} << L{"month 2027/1 grid 2026-12-27", "date 2027-01-31"};
+        QTest::newRow("home goes to today") << QDate(2027, 3, 5) << L{key(Qt::Key_Home)} << L{"month 2026/11 grid 2026-11-01", "date 2026-11-22"};
+        QTest::newRow("enter and return confirm the day") << Nov15 << L{key(Qt::Key_Return), key(Qt::Key_Right), key(Qt::Key_Enter)} << L{"click 2026-11-15", "date 2026-11-16", "click 2026-11-16"};
+        QTest::newRow("two notches down") << Nov15 << L{"wheel -240"} << L{"month 2026/12 grid 2026-11-29", "date 2026-12-15", "month 2027/1 grid 2026-12-27", "date 2027-01-15"};
+        QTest::newRow("half notches add up") << Nov15 << L{"wheel 60", "wheel 60"} << L{"month 2026/10 grid 2026-09-27", "date 2026-10-15"};
+        QTest::newRow("half a notch up and down cancel") << Nov15 << L{"wheel -60", "wheel 60", "wheel -60"} << L{};
+        QTest::newRow("click a day of the month") << Nov15 << L{"click 2026-11-18"} << L{"date 2026-11-18", "click 2026-11-18"};
+        QTest::newRow("click next month's day") << Nov15 << L{"click 2026-12-05"} << L{"month 2026/12 grid 2026-11-29", "date 2026-12-05", "click 2026-12-05"};
+        QTest::newRow("click the selected day") << Nov15 << L{"click 2026-11-15"} << L{"click 2026-11-15"};
+        QTest::newRow("a month listener may move the day") << Nov15 << L{"first", "set 2026-12-20"} << L{"month 2026/12 grid 2026-11-29", "date 2026-12-01"};
+        QTest::newRow("right clicks do nothing") << Nov15 << L{"right 2026-11-20", "right next"} << L{};
+        QTest::newRow("arrows keep the day where they can") << QDate(2026, 10, 31) << L{"next", "previous", "previous"} << L{"month 2026/11 grid 2026-11-01", "date 2026-11-30", "month 2026/10 grid 2026-09-27", "date 2026-10-30", "month 2026/9 grid 2026-08-30", "date 2026-09-30"};
         // clang-format on
     }
     void navigation()
     {
         QFETCH(QDate, start);
         QFETCH(QStringList, actions);
-        QFETCH(QDate, expected);
         QFETCH(QStringList, expectedEvents);
         HalvernCalendar calendar;
         calendar.resize(420, 360);
@@ -204,10 +200,8 @@ private slots:
         connect(&calendar, &HalvernCalendar::dateClicked, &calendar,
                 [&](const QDate& date) { events << "click " + date.toString(Qt::ISODate); });
         connect(&calendar, &HalvernCalendar::monthChanged, &calendar, [&](int year, int month) {
-            events << QString("month %1/%2 grid %3")
-                          .arg(year)
-                          .arg(month)
-                          .arg(calendar.FirstShownDate().toString(Qt::ISODate));
+            events << QString("month %1/%2 grid ").arg(year).arg(month) +
+                          calendar.FirstShownDate().toString(Qt::ISODate);
         });
         for (const QString& action : actions) {
             const QString verb = action.section(' ', 0, 0);
@@ -232,8 +226,9 @@ private slots:
                                   day.isValid() ? calendar.dayRect(day).center() : arrow.center());
             }
         }
-        QCOMPARE(calendar.CurrentDate(), expected);
         QCOMPARE(events, expectedEvents);
+        const QStringList dates = events.filter("date ");
+        QCOMPARE(calendar.CurrentDate(), dates.isEmpty() ? start : QDate::fromString(dates.last().mid(5), Qt::ISODate));
     }
 
     void cellsTileTheGrid()
@@ -320,32 +315,25 @@ private slots:
         HalvernCalendar calendar;
         calendar.resize(490, 420);
         calendar.setCurrentDate(QDate(2026, 11, 10));
-        // Backs: day-off, selected and plain days; texts: Sundays green, Saturdays blue,
-        // digits (40, 50) and headings (100, 110) alike.
-        const QList<QPair<int, QColor>> backs = {
-            {130, QColor(0x12, 0x34, 0x56)}, {80, QColor(0x65, 0x43, 0x21)}, {30, QColor(0xAB, 0xCD, 0xEF)}};
-        for (const auto& [spot, colour] : backs) {
-            SpotDesign design = calendar.spotDesign(spot);
-            design.back = colour;
-            calendar.setSpotDesign(spot, design);
-        }
-        for (const int spot : {40, 100, 50, 110}) {
-            SpotDesign design = calendar.spotDesign(spot);
-            design.text = spot == 40 || spot == 100 ? QColor(0, 200, 0) : QColor(0, 0, 255);
-            calendar.setSpotDesign(spot, design);
+        // Backs of the day-off (18th), the selected (10th) and a plain day (19th); then texts:
+        // Sundays green, Saturdays blue, digits (40, 50) and headings (100, 110) alike.
+        const QList<QPair<int, QColor>> designs = {
+            {130, QColor(0x123456)}, {80, QColor(0x654321)}, {30, QColor(0xABCDEF)}, {40, Qt::green},
+            {100, Qt::green},        {50, Qt::blue},         {110, Qt::blue}};
+        for (int i = 0; i < designs.size(); ++i) {
+            SpotDesign design = calendar.spotDesign(designs[i].first);
+            (i < 3 ? design.back : design.text) = designs[i].second;
+            calendar.setSpotDesign(designs[i].first, design);
         }
         calendar.MarkDayOff(QDate(2026, 11, 18));
         QImage image(calendar.size(), QImage::Format_ARGB32);
         image.fill(Qt::black);
         calendar.render(&image);
         // A point inside the cell well left of the centred digits and clear of the corner marks.
-        const auto back = [&](int day) {
-            const QRect cell = calendar.dayRect(QDate(2026, 11, day));
-            return image.pixelColor(cell.left() + cell.width() / 6, cell.center().y());
-        };
-        QCOMPARE(back(18), backs.at(0).second);
-        QCOMPARE(back(10), backs.at(1).second);
-        QCOMPARE(back(19), backs.at(2).second);
+        for (int i = 0; i < 3; ++i) {
+            const QRect cell = calendar.dayRect(QDate(2026, 11, QList<int>{18, 10, 19}.at(i)));
+            QCOMPARE(image.pixelColor(cell.left() + cell.width() / 6, cell.center().y()), designs.at(i).second);
+        }
         // Which of green (1) and blue (2) show in a rectangle.
         const auto inks = [&image](const QRect& area) {
             int found = 0;
@@ -396,9 +384,7 @@ private slots:
         QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&calendar);
         QCOMPARE(grid->role(), QAccessible::Table);
         QAccessibleTableInterface* table = grid->tableInterface();
-        QCOMPARE(table->rowCount(), 6);
-        QCOMPARE(table->columnCount(), 7);
-        QCOMPARE(grid->childCount(), 42);
+        QCOMPARE(QList<int>({table->rowCount(), table->columnCount(), grid->childCount()}), QList<int>({6, 7, 42}));
         // A Sunday-first grid of November 2026 starts on the 1st.
         QCOMPARE(table->cellAt(0, 0)->text(QAccessible::Name), "2026年11月1日 日曜日");
         QCOMPARE(table->cellAt(5, 6)->text(QAccessible::Name), "2026年12月12日 土曜日");
@@ -406,10 +392,10 @@ private slots:
         QAccessibleInterface* selected = CellOf(calendar, QDate(2026, 11, 22));
         QVERIFY(selected->state().selected);
         QCOMPARE(table->selectedCells(), QList<QAccessibleInterface*>{selected});
-        QCOMPARE(selected->tableCellInterface()->rowIndex(), 3);
-        QCOMPARE(selected->tableCellInterface()->columnIndex(), 0);
-        // The same cell is handed out each time, and it sits where the day is drawn.
-        QCOMPARE(grid->indexOfChild(selected), 21);
+        // Row, column and child index; the same cell is handed out each time, where the day is drawn.
+        QAccessibleTableCellInterface* place = selected->tableCellInterface();
+        QCOMPARE(QList<int>({place->rowIndex(), place->columnIndex(), grid->indexOfChild(selected)}),
+                 QList<int>({3, 0, 21}));
         QCOMPARE(grid->child(21), selected);
         const QRect drawn = calendar.dayRect(QDate(2026, 11, 22));
         QCOMPARE(selected->rect(), QRect(calendar.mapToGlobal(drawn.topLeft()), drawn.size()));
