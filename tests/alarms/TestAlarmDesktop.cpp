@@ -59,6 +59,7 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<bool>("posted"); // else refused with its usage line
         // clang-format off
+        QTest::newRow("nothing") << QStringList() << false;
         QTest::newRow("no text") << QStringList{"/t", "会議"} << false;
         QTest::newRow("Japanese, no sound") << QStringList{"/t", "会議 /c 3F", "/c", "第二会議室にて\n資料を持参", "/i", "i"} << true;
         QTest::newRow("missing sound") << QStringList{"/t", "締切 A", "/c", "", "/i", "i", "/a", m_dir.filePath("gone.wav")} << true;
