@@ -318,7 +318,7 @@ private:
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         program.start(VerdalyProgram(), {"--data-dir", dataDir});
         QVERIFY(program.waitForStarted());
-        const QString window = waitForWindow(Args({"--pid", program.processId()}));
+        const QString window = waitForWindow(Args({"--pid", program.processId(), "--name", "/"}));
         QVERIFY2(!window.isEmpty(), "no window appeared");
         QTest::qWait(1500); // the frame arrives and the size is made exact
         const auto maximised = [&] {
@@ -328,7 +328,7 @@ private:
             // The manager's own maximise key; on a busy machine a key may come before the window takes
             // keys. The key toggles: it is pressed again only when a press has surely been lost.
             bool done = false;
-            for (int attempt = 0; attempt < 3 && !done; ++attempt) {
+            for (int attempt = 0; attempt < 5 && !done; ++attempt) {
                 m_desktop.run("xdotool", {"windowactivate", "--sync", window, "key", "alt+F10"});
                 done = WaitUntil(maximised, 6000, 100);
             }
