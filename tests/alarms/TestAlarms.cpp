@@ -1,5 +1,4 @@
-// The alarm: the tick on a real database with the program's (fake) clock and fake delivery,
-// the notifier's command line, and the timers as the main window runs them.
+// The alarm's tick, delivery and command line on a real database and fake clock; its timers in the main window.
 #include "NotifyCommandLine.h"
 #include "alarms/AlarmEngine.h"
 #include "alarms/AlarmTick.h"
@@ -10,27 +9,20 @@
 #include "views/FrmList.h"
 #include "views/ListGridModel.h"
 
-#include <QAction>
 #include <QMenu>
 #include <QTableView>
-#include <QTimer>
 #include <QtTest>
 
 namespace {
 
 const QDate Today(2026, 11, 22);
-const QDateTime Midnight(Today.addDays(1), QTime(0, 0));
 
-QDateTime At(int h, int m, int s = 0, int ms = 0)
-{
-    return QDateTime(Today, QTime(h, m, s, ms));
-}
+const auto At = [](int h, int m, int s = 0, int ms = 0) { return QDateTime(Today, QTime(h, m, s, ms)); };
 
 // Today's timed one-day entry with its alarm set.
-void StoreToday(DatabaseConnection& db, int id, const QString& time, const QString& subject)
-{
+const auto StoreToday = [](DatabaseConnection& db, int id, const QString& time, const QString& subject) {
     StoreEntry(db, WithAlarm(Entry(id, "A3", "20261122", time, "20261122", QString(), subject)));
-}
+};
 
 // A started main window over a database with today's alarms at the given times.
 struct Running
@@ -56,7 +48,18 @@ struct Running
     QTimer* timer = nullptr;
 };
 
+// Delivery: balloon or box, the sound file (sound is on), a notifier that cannot start; what
+// the notifier is given (none: a message box instead).
+struct DeliveryRow
+{
+    bool balloon, launcherFails;
+    QString soundFile, subject, comment;
+    QStringList arguments;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(DeliveryRow)
 
 class TestAlarms final : public QObject
 {
@@ -91,85 +94,70 @@ private slots:
         QFETCH(bool, rings);
         TestEnvironment env;
         StoreAlarmSettings(env.db(), advance);
-        const QStringList f = entry.split(QLatin1Char('|'));
+        const QStringList f = entry.split('|');
         StoredEntry stored = WithAlarm(Entry(7, f[0], f[1], f[2], f[3], f[4]));
         stored.completion = f[5];
         StoreEntry(env.db(), stored);
-        env.clock.current = now;
         AlarmTick tick(env.services);
-        QVERIFY(tick.run(nullptr, Today));
-        QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0); // rung at the moment, not a tick later
-        env.clock.current = now.addSecs(rings ? 1800 : 0);  // and then quiet
-        QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0);
-        QCOMPARE(Column(env.db(), 7, "ALARM"), rings ? QStringLiteral("0") : QStringLiteral("1"));
+        // Rung at the moment, not a tick later, and then quiet.
+        for (const QDateTime& at : {now, now, now.addSecs(rings ? 1800 : 0)}) {
+            env.clock.current = at;
+            QVERIFY(tick.run(nullptr, Today));
+            QCOMPARE(env.prompter.shown.size(), rings ? 1 : 0);
+        }
+        QCOMPARE(Column(env.db(), 7, "ALARM"), rings ? "0" : "1");
     }
 
     void delivery_data()
     {
-        QTest::addColumn<bool>("balloon");
-        QTest::addColumn<QString>("soundFile"); // sound on with this file
-        QTest::addColumn<bool>("launcherFails");
-        QTest::addColumn<QString>("subject");
-        QTest::addColumn<QString>("comment");
-        QTest::addColumn<QStringList>("arguments"); // empty: a message box instead
-        const QString subject = QStringLiteral("会議 /c 3F");
-        const QString comment = QStringLiteral("第二会議室\n資料を持参");
-        const QStringList plain = {"/t", subject, "/c", comment, "/i", "i"};
+        QTest::addColumn<DeliveryRow>("row");
+        const QString subject = "会議 /c 3F";
+        const QString comment = "第二会議室\n資料を持参";
         // clang-format off
-        QTest::newRow("message box")             << false << "/x/a.wav"    << false << subject << comment << QStringList();
-        QTest::newRow("balloon, sound, no file") << true  << ""            << false << subject << comment << plain;
-        QTest::newRow("balloon with sound")      << true  << "/x/my a.wav" << false << subject << comment << (plain + QStringList{"/a", "/x/my a.wav"});
-        QTest::newRow("blanks kept as typed")    << true  << ""            << false << "  週次  定例 " << "a  b" << QStringList{"/t", "  週次  定例 ", "/c", "a  b", "/i", "i"};
-        QTest::newRow("values that are switches") << true << "/t.wav"      << false << "/a" << "/c" << QStringList{"/t", "/a", "/c", "/c", "/i", "i", "/a", "/t.wav"};
-        QTest::newRow("empty comment")           << true  << ""            << false << "締切" << "" << QStringList{"/t", "締切", "/c", "", "/i", "i"};
-        QTest::newRow("notifier cannot start")   << true  << ""            << true  << subject << comment << QStringList();
+        QTest::newRow("message box")             << DeliveryRow{false, false, "/x/a.wav", subject, comment, {}};
+        QTest::newRow("balloon with sound")      << DeliveryRow{true, false, "/x/my a.wav", subject, comment, {"/t", subject, "/c", comment, "/i", "i", "/a", "/x/my a.wav"}};
+        QTest::newRow("blanks kept as typed")    << DeliveryRow{true, false, "", "  週次  定例 ", "a  b", {"/t", "  週次  定例 ", "/c", "a  b", "/i", "i"}};
+        QTest::newRow("values that are switches") << DeliveryRow{true, false, "/t.wav", "/a", "/c", {"/t", "/a", "/c", "/c", "/i", "i", "/a", "/t.wav"}};
+        QTest::newRow("empty comment")           << DeliveryRow{true, false, "", "締切", "", {"/t", "締切", "/c", "", "/i", "i"}};
+        QTest::newRow("notifier cannot start")   << DeliveryRow{true, true, "", subject, comment, {}};
         // clang-format on
     }
     void delivery()
     {
-        QFETCH(bool, balloon);
-        QFETCH(QString, soundFile);
-        QFETCH(bool, launcherFails);
-        QFETCH(QString, subject);
-        QFETCH(QString, comment);
-        QFETCH(QStringList, arguments);
+        QFETCH(DeliveryRow, row);
         TestEnvironment env;
-        StoreAlarmSettings(env.db(), 0, balloon, true, soundFile);
-        StoredEntry entry = WithAlarm(Entry(1, "A4", "20261122", "09:00", "20261122", "10:30", subject));
-        entry.comment = comment;
+        StoreAlarmSettings(env.db(), 0, row.balloon, true, row.soundFile);
+        StoredEntry entry = WithAlarm(Entry(1, "A4", "20261122", "09:00", "20261122", "10:30", row.subject));
+        entry.comment = row.comment;
         StoreEntry(env.db(), entry);
         env.clock.current = At(9, 0, 1);
-        env.launcher.failing = launcherFails;
-        if (launcherFails)
+        env.launcher.failing = row.launcherFails;
+        if (row.launcherFails)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression("notifier could not be started"));
-        AlarmTick tick(env.services);
-        QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.launcher.started.size(), balloon ? 1 : 0);
-        if (arguments.isEmpty()) { // the box tells even when the notifier could not
-            QCOMPARE(env.prompter.texts(), QStringList{" 9:00 - 10:30   " + subject});
-            QCOMPARE(env.prompter.shown.front().title, QStringLiteral("ALARM"));
+        QVERIFY(AlarmTick(env.services).run(nullptr, Today));
+        QCOMPARE(env.launcher.started.size(), row.balloon ? 1 : 0);
+        if (row.arguments.isEmpty()) { // the box tells even when the notifier could not
+            QCOMPARE(env.prompter.texts(), QStringList{" 9:00 - 10:30   " + row.subject});
+            QCOMPARE(env.prompter.shown.front().title, "ALARM");
         } else {
             QCOMPARE(env.prompter.shown.size(), 0);
             QCOMPARE(env.launcher.started.front().program, QCoreApplication::applicationDirPath() + "/BalloonNotify");
-            QCOMPARE(env.launcher.started.front().arguments, arguments);
+            QCOMPARE(env.launcher.started.front().arguments, row.arguments);
             // The notifier reads back exactly what the calendar meant.
-            const NotifyCommand read = ParseNotifyCommandLine(arguments);
+            const NotifyCommand read = ParseNotifyCommandLine(row.arguments);
             QVERIFY2(read.valid, qPrintable(read.error));
             QCOMPARE(QStringList({read.title, read.text, read.icon, read.sound}),
-                     QStringList({subject, comment, "i", soundFile}));
+                     QStringList({row.subject, row.comment, "i", row.soundFile}));
         }
-        QCOMPARE(Column(env.db(), 1, "ALARM"), QStringLiteral("0"));
+        QCOMPARE(Column(env.db(), 1, "ALARM"), "0");
     }
 
     void oneLineForm()
     {
         // The line the log shows for each alarm; without a sound file it ends in a blank.
         QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, "/x/a.wav"),
-                 QStringLiteral("/opt/v/BalloonNotify /t 会議 /c 3F /i i /a /x/a.wav"));
-        QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, ""),
-                 QStringLiteral("/opt/v/BalloonNotify /t 会議 /c 3F /i i "));
+                 "/opt/v/BalloonNotify /t 会議 /c 3F /i i /a /x/a.wav");
+        QCOMPARE(NotifierCommandLine("/opt/v/", "会議", "3F", true, ""), "/opt/v/BalloonNotify /t 会議 /c 3F /i i ");
     }
 
     void unreadableAndChangedRows()
@@ -191,34 +179,25 @@ private slots:
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString("entry %1 has a date or time that").arg(id)));
         AlarmTick tick(env.services);
         QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.shown.size(), 3);
-        QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), QStringLiteral("110101"));
+        QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), "110101");
 
         // Unreadable rows are logged once; the changed one rings with what the editor saved.
         QTest::failOnWarning(QRegularExpression("cannot be read"));
         env.clock.current = At(10, 0, 30);
         QVERIFY(tick.run(nullptr, Today));
-        QCOMPARE(env.prompter.texts().last(), QStringLiteral(" 8:00   moved"));
-        QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), QStringLiteral("010101"));
+        QCOMPARE(env.prompter.texts(),
+                 QStringList({" 8:00   entry", " 8:30   entry", " 9:00   entry", " 8:00   moved"}));
+        QCOMPARE(Lines(env.db(), "SELECT * FROM TRNSCHTSK ORDER BY ID", {"ALARM"}).join(""), "010101");
     }
 
     void timersAroundTheMessageBox()
     {
-        Running run(10, {"15:00"}, At(9, 0));
-        QVERIFY(run.timer->isActive());
-        QCOMPARE(run.timer->interval(), 30000);
-        QCOMPARE(run.alarms().armedFor(), At(14, 50));
-        // An editor saved an earlier alarm, then the settings a longer advance.
-        StoreToday(run.env.db(), 2, "11:00", "entry 2");
-        run.main->RearmAlarms();
-        QCOMPARE(run.alarms().armedFor(), At(10, 50));
-        StoreAlarmSettings(run.env.db(), 30);
-        run.main->RearmAlarms();
+        Running run(30, {"15:00", "11:00"}, At(9, 0));
+        QVERIFY(run.timer->isActive() && run.timer->interval() == 30000);
         QCOMPARE(run.alarms().armedFor(), At(10, 30));
 
-        QList<bool> timerOnWhileShown;
         run.env.prompter.whileShown = [&](const Prompt&) {
-            timerOnWhileShown << run.timer->isActive();
+            QVERIFY(!run.timer->isActive());
             run.main->Timer_Timer(); // the timer's own event, or the single shot, arriving meanwhile
             run.main->RearmAlarms(); // an editor saved meanwhile
             QVERIFY(!run.alarms().armedFor().isValid());
@@ -226,22 +205,8 @@ private slots:
         run.env.clock.current = At(14, 40);
         run.main->Timer_Timer();
         QCOMPARE(run.env.prompter.texts(), (QStringList{"15:00   entry 1", "11:00   entry 2"}));
-        QCOMPARE(timerOnWhileShown, (QList<bool>{false, false}));
         QVERIFY(run.timer->isActive());
-        QCOMPARE(run.alarms().armedFor(), Midnight);
-
-        // Without the advance row the alarms stop, and stay off until the next start.
-        run.env.db().ExecuteSql("DELETE FROM TRNGENERAL WHERE CODE = 304");
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("CODE 304.*missing"));
-        run.main->Timer_Timer();
-        QVERIFY(run.alarms().halted());
-        QVERIFY(!run.timer->isActive());
-        run.env.db().ExecuteSql("INSERT INTO TRNGENERAL (CODE,DATAN1) VALUES (304, 0)");
-        StoreToday(run.env.db(), 3, "14:00", "entry 3");
-        run.main->RearmAlarms();
-        run.main->Timer_Timer();
-        QCOMPARE(run.env.prompter.shown.size(), 2);
-        QVERIFY(!run.timer->isActive());
+        QCOMPARE(run.alarms().armedFor(), QDateTime(Today.addDays(1), QTime(0, 0)));
     }
 
     void singleShotAndShutdown()
@@ -253,62 +218,53 @@ private slots:
         run.env.clock.current = At(10, 30, 0, 20); // the program's clock keeps up with the real one
         // Within a second of the start, so never the 30-second tick's work.
         QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 1, 850);
-        QCOMPARE(Column(run.env.db(), 1, "ALARM"), QStringLiteral("0"));
         QCOMPARE(run.alarms().armedFor(), At(13, 0));
-
         // Back from hours of sleep: the single shot's own clock stood still meanwhile.
         run.env.clock.current = At(13, 5);
         QTRY_COMPARE_WITH_TIMEOUT(run.env.launcher.started.size(), 2, 5000);
         QCOMPARE(run.alarms().armedFor(), At(23, 0));
 
         run.main->Form_Unload();
-        QVERIFY(!run.timer->isActive());
-        QVERIFY(!run.alarms().armedFor().isValid());
+        QVERIFY(!run.timer->isActive() && !run.alarms().armedFor().isValid());
         run.env.clock.current = At(23, 30);
         run.main->Timer_Timer(); // a tick already queued finds the alarms stopped
         QCOMPARE(run.env.launcher.started.size(), 2);
     }
 
-    void rearmedWhileTheListIsOpen_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QStringList>("typed");
-        QTest::addColumn<QTime>("armedFor");
-        // clang-format off
-        QTest::newRow("the armed entry deleted") << "delete" << QStringList{} << QTime(15, 0);
-        QTest::newRow("the armed entry moved earlier") << "edit" << QStringList{"CmbStartTime=10:00"} << QTime(10, 0);
-        QTest::newRow("the armed entry's alarm cleared") << "edit" << QStringList{"ChkAraamu=0"} << QTime(15, 0);
-        QTest::newRow("a new entry before it") << "new" << QStringList{"TxtYouken=電話", "CmbStartTime=10:30", "ChkAraamu=1"} << QTime(10, 30);
-        // clang-format on
-    }
     void rearmedWhileTheListIsOpen()
     {
-        QFETCH(QString, command);
-        QFETCH(QStringList, typed);
-        QFETCH(QTime, armedFor);
-        Running run(0, {"11:00", "15:00"}, At(9, 0));
+        Running run(0, {"11:00", "15:00", "16:00"}, At(9, 0));
         QCOMPARE(run.alarms().armedFor(), At(11, 0));
-        QDateTime armedWhileOpen;
+        // One list, one change after another (command, entry chosen, what the editor is given):
+        // the armed entry deleted, the next one moved earlier, then its alarm cleared, and a new
+        // entry before the rest.
+        const QStringList steps = {"delete 1", "edit 2 CmbStartTime=10:00", "edit 2 ChkAraamu=0",
+                                   "new 3 TxtYouken=電話 CmbStartTime=10:30 ChkAraamu=1"};
+        QList<QTime> armed;
         ModalAnswer listAnswer([&](QWidget* dialog) {
             auto* list = qobject_cast<FrmList*>(dialog);
             auto* grid = Control<QTableView>(list, "GrdGrid");
-            grid->setCurrentIndex(list->model()->index(list->model()->rowOfId(1), 0));
-            ModalAnswer editorAnswer([&typed](QWidget* editor) {
-                TypeAll(editor, typed);
-                Click(editor, "ComOK");
-            });
-            if (command == "delete")
-                QTest::keyClick(grid, Qt::Key_Delete);
-            else if (command == "edit")
-                QTest::keyClick(grid, Qt::Key_Return);
-            else
-                list->actionMenu()->findChild<QAction*>("MnuSchedule")->trigger();
-            QCOMPARE(editorAnswer.opened(), command != "delete");
-            armedWhileOpen = run.alarms().armedFor();
+            for (const QString& step : steps) {
+                const QStringList words = step.split(' ');
+                const QString command = words.at(0);
+                grid->setCurrentIndex(list->model()->index(list->model()->rowOfId(words.at(1).toInt()), 0));
+                ModalAnswer editorAnswer([words](QWidget* editor) {
+                    TypeAll(editor, words.mid(2));
+                    Click(editor, "ComOK");
+                });
+                if (command == "delete")
+                    QTest::keyClick(grid, Qt::Key_Delete);
+                else if (command == "edit")
+                    QTest::keyClick(grid, Qt::Key_Return);
+                else
+                    list->actionMenu()->findChild<QAction*>("MnuSchedule")->trigger();
+                QCOMPARE(editorAnswer.opened(), command != "delete");
+                armed << run.alarms().armedFor().time();
+            }
             list->reject();
         });
         run.main->OpenList(Today, Today.addMonths(1));
-        QCOMPARE(armedWhileOpen, QDateTime(Today, armedFor));
+        QCOMPARE(armed, (QList<QTime>{QTime(15, 0), QTime(10, 0), QTime(16, 0), QTime(10, 30)}));
     }
 };
 
