@@ -10,7 +10,7 @@ VERDALY_PACKAGES=(
     libxcb1-dev libxcb-keysyms1-dev
     desktop-file-utils appstream librsvg2-bin
     fonts-ipafont-gothic
-    xvfb xauth x11-utils xdotool imagemagick jwm xcompmgr
+    xvfb xauth x11-utils xdotool wmctrl imagemagick jwm xcompmgr
     dbus dunst at-spi2-core python3-pyatspi
 )
 

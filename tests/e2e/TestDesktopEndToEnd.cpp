@@ -16,7 +16,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -328,7 +327,7 @@ private:
         if (action == "maximise") {
             // Maximised the way a taskbar asks the manager to: a key for the manager may be lost
             // while a busy machine has not yet given the window the focus.
-            QVERIFY(askManagerToMaximise(window.toUInt()));
+            m_desktop.run("wmctrl", {"-i", "-r", window, "-b", "add,maximized_vert,maximized_horz"});
             QVERIFY(WaitUntil(maximised, 10000, 100));
             QTest::qWait(500);
         }
@@ -350,38 +349,6 @@ private:
         program.terminate();
         QVERIFY(program.waitForFinished(15000));
         QCOMPARE(program.exitCode(), 0);
-    }
-
-    bool askManagerToMaximise(xcb_window_t window)
-    {
-        xcb_connection_t* x = xcb_connect(m_desktop.display().toLatin1().constData(), nullptr);
-        const auto atom = [x](const char* name) {
-            xcb_intern_atom_reply_t* reply =
-                xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, std::strlen(name), name), nullptr);
-            xcb_atom_t value = XCB_ATOM_NONE;
-            if (reply)
-                value = reply->atom;
-            std::free(reply);
-            return value;
-        };
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window;
-        message.type = atom("_NET_WM_STATE");
-        message.data.data32[0] = 1; // add
-        message.data.data32[1] = atom("_NET_WM_STATE_MAXIMIZED_VERT");
-        message.data.data32[2] = atom("_NET_WM_STATE_MAXIMIZED_HORZ");
-        message.data.data32[3] = 2; // from a pager or taskbar
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-        xcb_generic_error_t* error = xcb_request_check(
-            x, xcb_send_event_checked(x, 0, root,
-                                      XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                                      reinterpret_cast<const char*>(&message)));
-        const bool sent = !xcb_connection_has_error(x) && !error;
-        std::free(error);
-        xcb_disconnect(x);
-        return sent;
     }
 
     DesktopSession m_desktop;

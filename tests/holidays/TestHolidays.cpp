@@ -5,7 +5,6 @@
 #include "holidays/JapaneseHolidays.h"
 #include "support/TestKit.h"
 
-#include <QToolTip>
 #include <QtTest>
 
 class TestHolidays final : public QObject
@@ -154,16 +153,10 @@ private slots:
             return day == QDate(2026, 5, 6) || day == QDate(2026, 5, 8) ? entry : QString();
         });
         calendar.show();
-        const auto tip = [&calendar](const QDate& day) {
-            const QPoint at = calendar.dayRect(day).center();
-            QHelpEvent event(QEvent::ToolTip, at, calendar.mapToGlobal(at));
-            QApplication::sendEvent(&calendar, &event);
-            return QToolTip::isVisible() ? QToolTip::text() : QString();
-        };
-        QCOMPARE(tip(QDate(2026, 5, 11)), QString()); // nothing to say
-        QCOMPARE(tip(QDate(2026, 5, 4)), QStringLiteral("みどりの日"));
-        QCOMPARE(tip(QDate(2026, 5, 6)), QStringLiteral("振替休日\n10:00 会議"));
-        QCOMPARE(tip(QDate(2026, 5, 8)), entry);
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 5, 11)), QString()); // nothing to say
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 5, 4)), QStringLiteral("みどりの日"));
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 5, 6)), QStringLiteral("振替休日\n10:00 会議"));
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 5, 8)), entry);
         // Only the shown days carry their holidays.
         QCOMPARE(calendar.holidayName(QDate(2026, 4, 29)), QStringLiteral("昭和の日"));
         QVERIFY(calendar.holidayName(QDate(2026, 3, 20)).isEmpty());
@@ -194,16 +187,16 @@ private slots:
         calendar.setHolidaysShown(false);
         calendar.render(&image);
         QCOMPARE(back(QDate(2026, 5, 5)), QColor(0x10, 0x20, 0x30));
-        QCOMPARE(tip(QDate(2026, 5, 6)), entry);
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 5, 6)), entry);
 
         // Next year's days in December's grid; a Monday-first grid of September 2026 starts on
         // 31 August and still holds the week.
         calendar.setHolidaysShown(true);
         calendar.setCurrentDate(QDate(2026, 12, 10));
-        QCOMPARE(tip(QDate(2027, 1, 1)), QStringLiteral("元日"));
+        QCOMPARE(DayToolTip(calendar, QDate(2027, 1, 1)), QStringLiteral("元日"));
         calendar.setFirstDayOfWeek(2);
         calendar.setCurrentDate(QDate(2026, 9, 1));
-        QCOMPARE(tip(QDate(2026, 9, 22)), QStringLiteral("国民の休日"));
+        QCOMPARE(DayToolTip(calendar, QDate(2026, 9, 22)), QStringLiteral("国民の休日"));
     }
 };
 

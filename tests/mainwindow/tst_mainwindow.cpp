@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QToolTip>
 #include <QtTest>
 
 namespace {
@@ -39,16 +38,6 @@ QList<QDate> Span(const QDate& from, const QDate& to)
     for (QDate d = from; d <= to; d = d.addDays(1))
         days << d;
     return days;
-}
-
-QString HoverText(FrmMain& main, const QDate& day)
-{
-    QToolTip::hideText();
-    HalvernCalendar* grid = main.calendar();
-    const QPoint at = grid->dayRect(day).center();
-    QHelpEvent event(QEvent::ToolTip, at, grid->mapToGlobal(at));
-    QCoreApplication::sendEvent(grid, &event);
-    return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
 
 // A one-day entry on day (yyyyMMdd).
@@ -246,7 +235,7 @@ private slots:
             calendar->setCurrentDate(day);
             QCOMPARE(Column(*main, "LabYotei"), QStringList({"", "", ""}));
         }
-        QCOMPARE(HoverText(*main, QDate(2026, 11, 1)), QString());
+        QCOMPARE(DayToolTip(*main->calendar(), QDate(2026, 11, 1)), QString());
 
         // clang-format off
         const QList<std::tuple<int, bool, QString, bool>> panels = {
@@ -263,10 +252,10 @@ private slots:
             QVERIFY(label->fontMetrics().horizontalAdvance(shown) <= label->contentsRect().width());
             QVERIFY(label->toolTip().startsWith(shownStart)); // the whole subject, to read by hovering
         }
-        QCOMPARE(HoverText(*main, QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
-        QCOMPARE(HoverText(*main, QDate(2026, 11, 17)), QStringLiteral("休日"));
-        QCOMPARE(HoverText(*main, QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
-        QCOMPARE(HoverText(*main, QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
+        QCOMPARE(DayToolTip(*main->calendar(), QDate(2026, 11, 16)), QStringLiteral("休日: 創立記念日"));
+        QCOMPARE(DayToolTip(*main->calendar(), QDate(2026, 11, 17)), QStringLiteral("休日"));
+        QCOMPARE(DayToolTip(*main->calendar(), QDate(2026, 11, 18)), QStringLiteral("歯医者\n買い物 牛乳"));
+        QCOMPARE(DayToolTip(*main->calendar(), QDate(2026, 11, 19)), QStringLiteral("休日: 振替\n旅行"));
         QVERIFY(env.prompter.shown.isEmpty());
     }
 

@@ -50,18 +50,12 @@ public:
     }
 };
 
-class FakeRandom final : public RandomSource
+// Answers from a queue of draws (0 when empty).
+class FakeRandom final : public RandomSource, public ScriptedAnswers<int, double>
 {
 public:
-    std::deque<double> values;
-    double next() override
-    {
-        if (values.empty())
-            return 0.0;
-        const double v = values.front();
-        values.pop_front();
-        return v;
-    }
+    std::deque<double>& values = answers;
+    double next() override { return ScriptedAnswers::next(0); }
 };
 
 // Records each request and answers from a queue of dates (an invalid date = cancel).

@@ -1,5 +1,6 @@
 #include "support/TestKit.h"
 
+#include "calendarcontrol/HalvernCalendar.h"
 #include "notes/FrmPost.h"
 #include "notes/StickyNotes.h"
 #include "store/SqlText.h"
@@ -11,11 +12,13 @@
 #include <QDialog>
 #include <QFile>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTimer>
+#include <QToolTip>
 
 StoredEntry Entry(int id, const QString& kind, const QString& startDt, const QString& startTm, const QString& endDt,
                   const QString& endTm, const QString& business)
@@ -151,14 +154,6 @@ QStringList LineTexts(const QListWidget* list)
     return texts;
 }
 
-QList<qint64> LineIds(const QListWidget* list)
-{
-    QList<qint64> ids;
-    for (int i = 0; i < list->count(); ++i)
-        ids << list->item(i)->data(Qt::UserRole).toLongLong();
-    return ids;
-}
-
 WriteLog::WriteLog(DatabaseConnection& db, const QString& table, const QString& keyColumn) : m_db(db)
 {
     m_db.ExecuteSql(QStringLiteral("CREATE TEMP TABLE IF NOT EXISTS WRITELOG (N INTEGER PRIMARY KEY, LINE TEXT)"));
@@ -175,6 +170,15 @@ QStringList WriteLog::lines() const
     for (const Row& row : m_db.ReadRows(QStringLiteral("SELECT LINE FROM WRITELOG ORDER BY N")))
         lines << row.text(QStringLiteral("LINE"));
     return lines;
+}
+
+QString DayToolTip(HalvernCalendar& calendar, const QDate& day)
+{
+    QToolTip::hideText();
+    const QPoint at = calendar.dayRect(day).center();
+    QHelpEvent event(QEvent::ToolTip, at, calendar.mapToGlobal(at));
+    QApplication::sendEvent(&calendar, &event);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
 
 void Click(QObject* root, const char* name)

@@ -70,7 +70,6 @@ QStringList EntryColumns(DatabaseConnection& db, int id, const QStringList& pair
 // Every row of a statement as "a|b|c" lines of the named columns.
 QStringList Lines(DatabaseConnection& db, const QString& sql, const QStringList& columns);
 QStringList LineTexts(const QListWidget* list);
-QList<qint64> LineIds(const QListWidget* list);
 
 // Records every row written to a table from now on, through temporary triggers, as
 // "INSERT <key>", "UPDATE <key>", "DELETE <key>" lines; keyColumn names the row.
@@ -83,6 +82,10 @@ public:
 private:
     DatabaseConnection& m_db;
 };
+
+class HalvernCalendar;
+// The tooltip the grid shows for a day under the pointer ("" for none).
+QString DayToolTip(HalvernCalendar& calendar, const QDate& day);
 
 // A control found by its objectName; a missing control ends the run at once with its name.
 template <typename T = QWidget> T* Control(QObject* root, const char* name)
@@ -141,8 +144,6 @@ class EditAnswer final
 public:
     explicit EditAnswer(const QString& text, bool pressOk = true);
     bool opened() const { return m_answer.opened(); }
-    // OK was refused, so the dialog had to be cancelled to go on.
-    bool refused() const { return m_answer.stayedOpen(); }
     QString title() const { return m_answer.title(); }
     QString initialText() const { return *m_initialText; }
 
