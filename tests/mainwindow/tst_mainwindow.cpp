@@ -75,9 +75,10 @@ private slots:
         // On top, 30% transparent, Monday first, the panel's colours: read once the file is open.
         for (const auto& [code, value] : {std::pair{312, 1}, std::pair{313, 30}, std::pair{302, 2}})
             SetGeneral(env.db(), code, {{"DATAN1", value}});
-        env.db().ExecuteSql(QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2 WHERE CODE = 140")
-                                .arg(0x00FF0000) // blue in 0x00BBGGRR
-                                .arg(0x00E0F0FF));
+        env.db().ExecuteSql(
+            QStringLiteral("UPDATE TRNCOLOR SET FORECOLOR = %1, BACKCOLOR = %2, FSIZE = 11.5 WHERE CODE = 140")
+                .arg(0x00FF0000) // blue in 0x00BBGGRR
+                .arg(0x00E0F0FF));
         auto main = StartMainWindow(env);
         HalvernCalendar* calendar = main->calendar();
         QCOMPARE(main->windowTitle(), QStringLiteral("2026/11/22 (日)"));
@@ -86,6 +87,7 @@ private slots:
         QCOMPARE(main->palette().color(QPalette::Window), QColor(0xFF, 0xF0, 0xE0));
         for (const char* name : {"LabTime(1)", "LabYotei(2)", "LabHelp"})
             QCOMPARE(Control<QLabel>(main.get(), name)->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        QCOMPARE(Control<QLabel>(main.get(), "LabYotei(2)")->font().pointSizeF(), 11.5);
         QCOMPARE(Shown(main.get(), QStringLiteral("LabTime(0)")), QStringLiteral(" 9:30 - 10:00"));
         QCOMPARE(Shown(main.get(), QStringLiteral("LabYotei(0)")), QStringLiteral("歯医者"));
         // The Monday-first grid runs from 10/26 to 12/6.

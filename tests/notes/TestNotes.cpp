@@ -67,6 +67,7 @@ private slots:
         }
         QCOMPARE(OpenStickyNote(notes, "one too many", 2), nullptr);
         QCOMPARE(env.prompter.texts(), QStringList{"これ以上付箋を表示することはできません。"});
+        QCOMPARE(env.prompter.shown.front().icon, PromptIcon::Warning);
         // Peeling is saved like any change: a crash now must not bring the note back.
         open[6]->move(240, 120);
         open[6]->MnuClose_Click();

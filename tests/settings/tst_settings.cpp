@@ -272,12 +272,14 @@ private slots:
         QTest::newRow("other action's") << KeyRow{Qt::Key_Delete, shift, ca + "Del", "46|6", "スケジュール一覧", ""};
         QTest::newRow("keypad 0") << KeyRow{Qt::Key_0, both | Qt::KeypadModifier, ca + "Num0", "96|6", "", ""};
         QTest::newRow("F16") << KeyRow{Qt::Key_F16, both, ca + "F16", "127|6", "", ""};
+        QTest::newRow("arrow") << KeyRow{Qt::Key_Left, both, ca + "←", "37|6", "", ""};
         QTest::newRow("F17 has no name") << KeyRow{Qt::Key_F17, both, ca, "128|6", "", ""};
         // Keys the dialog would otherwise act on belong to the field while it has the focus.
         QTest::newRow("Esc does not cancel") << KeyRow{Qt::Key_Escape, 0, ca + "Esc", "27|6", "", ""};
         QTest::newRow("Return does not press OK") << KeyRow{Qt::Key_Return, 0, ca + "Enter", "13|6", "", ""};
         QTest::newRow("ctrl alone keeps K") << KeyRow{Qt::Key_Control, ctrl, "[Shift] + [Ctrl] + K", "75|3", "", ""};
         QTest::newRow("Delete clears") << KeyRow{Qt::Key_Delete, 0, "", "0|0", "", ""};
+        QTest::newRow("Backspace clears") << KeyRow{Qt::Key_Backspace, 0, "", "0|0", "", ""};
     }
     void hotKeyCapture()
     {
@@ -464,6 +466,7 @@ private slots:
         QTest::addColumn<QString>("written"); // as it stands in the file
         // clang-format off
         QTest::newRow("blank") << "/home/a b/verdaly" << "\"/home/a b/verdaly\"";
+        QTest::newRow("dollar") << "/opt/$HOME/verdaly" << "\"/opt/\\\\$HOME/verdaly\"";
         QTest::newRow("backslash") << "/x\\y/verdaly" << "\"/x\\\\\\\\y/verdaly\"";
         QTest::newRow("percent is no field code") << "/data/100%f" << "/data/100%%f";
         // clang-format on

@@ -255,11 +255,12 @@ private slots:
         program.setProcessEnvironment(environment);
         program.start(QDir(qEnvironmentVariable("VERDALY_BIN_DIR")).filePath(QStringLiteral("verdaly")), arguments);
         if (!database.isEmpty()) {
-            // It builds its database in its data folder and runs on.
+            // It builds its database in its data folder and runs on; no usage is printed.
             QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.filePath(database)), 10000);
             QVERIFY(!program.waitForFinished(1000));
             program.terminate();
             QVERIFY(program.waitForFinished(10000));
+            QVERIFY(!program.readAllStandardError().contains("verdaly ["));
         } else {
             QVERIFY(program.waitForFinished(10000));
             QCOMPARE(program.exitStatus(), QProcess::NormalExit);
