@@ -99,6 +99,13 @@ private slots:
                  "no balloon appeared");
         QCOMPARE(windows.size(), 1);
         QCOMPARE(m_desktop.run("xdotool", {"getwindowname", windows.front()}).trimmed(), title);
+        // Near the bottom-right corner of the 1024 x 768 screen.
+        const QString shell = m_desktop.run("xdotool", {"getwindowgeometry", "--shell", windows.front()});
+        const auto value = [&shell](const QString& key) {
+            return QRegularExpression("\\b" + key + "=(\\d+)").match(shell).captured(1).toInt();
+        };
+        const QPoint corner(value("X") + value("WIDTH"), value("Y") + value("HEIGHT"));
+        QVERIFY2(QRect(1024 - 60, 768 - 60, 61, 61).contains(corner), qPrintable(shell));
         // A click closes it long before its ten seconds are up, and the notifier ends.
         m_desktop.run("xdotool", {"mousemove", "--window", windows.front(), "20", "20", "click", "1"});
         QVERIFY(process.waitForFinished(5000));

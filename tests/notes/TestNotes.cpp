@@ -55,9 +55,10 @@ private slots:
         // Notes 2 to 10 have colours -1 to 7 (outside 0 to 6: black), dark text on light paper;
         // each menu entry then recolours one of them.
         for (int index = -1; index <= 7; ++index) {
-            const QColor colour = Colours.value(index < 0 || index > 6 ? 0 : index).second;
+            const auto& [entry, colour] = Colours.value(index < 0 || index > 6 ? 0 : index);
             FrmPost* note = open[index + 2];
             QCOMPARE(Control<NoteShape>(note, "ShpColor")->color(), colour);
+            QVERIFY(Control<QAction>(note->menu(), entry)->isChecked());
             const QColor ink = Control<QPlainTextEdit>(note, "TxtPost")->palette().color(QPalette::Text);
             QVERIFY(note->palette().color(QPalette::Window).lightness() - ink.lightness() > 120);
             const int chosen = (index + 8) % 7;
